@@ -1,0 +1,13 @@
+#include "FrameworkBase/Base/internal/CritSec.h"
+
+namespace Tolvex::Sync {
+
+CCritSec::CCritSec() {
+    pthread_mutexattr_t attributes;
+    pthread_mutexattr_init(&attributes);
+    pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE);
+    pthread_mutex_init(&mutex, &attributes);
+    pthread_mutexattr_destroy(&attributes);
+}
+
+} // namespace Tolvex::Sync

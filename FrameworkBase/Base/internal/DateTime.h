@@ -1,0 +1,21 @@
+#pragma once
+
+namespace VarnelNative::Utility {
+
+/// A calendar time: the number of 100-nanosecond intervals since 1601-01-01 00:00:00 UTC. Comparable across runs and
+/// fit for files, but it jumps when the system clock is set.
+///
+///     1970-01-01 00:00:00 UTC => 116444736000000000
+///     2024-01-01 00:00:00 UTC => 133485408000000000
+struct DateTime {
+    static constexpr long long ticksPerSecond = 10'000'000;
+    static constexpr long long ticksPerDay = 24 * 60 * 60 * ticksPerSecond;
+    static constexpr long long unixEpoch = 116'444'736'000'000'000;
+
+    /// The time now; parts below 100 nanoseconds are dropped. Callable from any thread.
+    static DateTime Now();
+
+    long long ticks = 0;
+};
+
+} // namespace VarnelNative::Utility

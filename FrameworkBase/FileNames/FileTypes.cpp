@@ -1,0 +1,22 @@
+#include "FrameworkBase/FileNames/FileTypes.h"
+
+#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
+#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include "FrameworkBase/Files/internal/ReadProbe.h"
+
+#include <algorithm>
+
+namespace Tolvex::FileNames {
+
+bool IsSongFile(std::string path) {
+    const auto songFileExtensions = {FileExtensionSng,  FileExtensionSgw, std::string("sngw"), FileExtensionEdl,
+                                     FileExtensionEdl2, FileExtensionAaf, FileExtensionOmf};
+    return std::any_of(songFileExtensions.begin(), songFileExtensions.end(),
+                       [&path](const std::string& extension) { return EndsWithExtension(path, extension); });
+}
+
+bool IsSongFolder(std::string folder) {
+    return !folder.empty() && OpensForReading(ComposePath(std::move(folder), "Tolvex.db"));
+}
+
+} // namespace Tolvex::FileNames

@@ -1,0 +1,109 @@
+#include "FrameworkBase/FileNames/PathNames.h"
+
+#include "FrameworkBase/FileNames/internal/PathComponents.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace Tolvex::FileNames {
+
+namespace {
+
+/// Ends `text` at its first zero byte.
+template <class Text>
+void EndAtZero(Text& text) {
+    text.resize(std::min(text.find(typename Text::value_type{}), text.size()));
+}
+
+template <class Text>
+Text TextAfterLastSeparator(Text path) {
+    EndAtZero(path);
+    path.erase(0, path.rfind('/') + 1); // 0 when there is no separator
+    return path;
+}
+
+} // namespace
+
+std::string path_rimuovifilename(std::string path) {
+    path.resize(path.rfind('/') + 1); // 0 when there is no separator
+    return path;
+}
+
+std::string GetPathWithoutFilename(std::string path) {
+    EndAtZero(path);
+    return path_rimuovifilename(std::move(path));
+}
+
+std::string GetFilenameWithoutPath(std::string path) { return TextAfterLastSeparator(std::move(path)); }
+
+std::wstring GetFilenameWithoutPath(std::wstring path) { return TextAfterLastSeparator(std::move(path)); }
+
+std::string GetFolderPathFromFilename(std::string path) {
+    const auto separator = std::find_if(path.rbegin(), path.rend(), IsSeparator);
+    if (separator != path.rend()) {
+        path.erase(separator.base() - 1, path.end());
+    }
+    return path;
+}
+
+std::string GetPathRoot(std::string& path) { return path; }
+
+std::string CheckFolderHasSeparator(std::string folder) {
+    if (!folder.empty() && folder.back() != '/') {
+        folder += '/';
+    }
+    return folder;
+}
+
+std::string NormalizePath(std::string path) {
+    constexpr std::size_t resultLimit = 1040;
+    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), std::free);
+    if (resolved != nullptr) {
+        std::string result = resolved.get();
+        if (result.size() < resultLimit) {
+            return result;
+        }
+    }
+    return path;
+}
+
+std::string NormalizePathCase(std::string path) { return path; }
+
+bool CompareNormalizedPaths(std::string a, std::string b) {
+    return NormalizePathCase(std::move(a)) == NormalizePathCase(std::move(b));
+}
+
+bool IsPathBelow(std::string path, std::string folder) {
+    path = NormalizePathCase(std::move(path));
+    folder = CheckFolderHasSeparator(NormalizePathCase(std::move(folder)));
+    return path.compare(0, folder.size(), folder) == 0;
+}
+
+std::string ConvertPathToLocalSystem(std::string path) {
+    if (path.size() >= 3 && path[1] == ':' && path[2] == '\\') {
+        path.erase(0, 2);
+    }
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return path;
+}
+
+std::vector<char> GetShellString(std::string path) {
+    std::vector<char> result(path.size() + 2);
+    std::copy(path.begin(), path.end(), result.begin());
+    return result;
+}
+
+std::vector<wchar_t> GetShellWString(std::string path) {
+    const std::vector<char> bytes = GetShellString(std::move(path));
+    std::vector<wchar_t> result;
+    result.reserve(bytes.size());
+    wchar_t character = 0;
+    for (const char& byte : bytes) {
+        [[maybe_unused]] const int ignored = std::mbtowc(&character, &byte, 1);
+        result.push_back(character);
+    }
+    return result;
+}
+
+} // namespace Tolvex::FileNames

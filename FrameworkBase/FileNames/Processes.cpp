@@ -1,0 +1,88 @@
+#include "FrameworkBase/FileNames/Processes.h"
+
+#include "FrameworkBase/Base/internal/DateTime.h"
+
+#include <cstdint>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Tolvex::FileNames {
+
+namespace {
+
+using VarnelNative::Utility::DateTime;
+
+/// Starts `program` in a child that borrows the caller's memory until it runs. Sets `failed` when the child was made
+/// but could not start the program; it has ended then.
+pid_t StartSharingMemory(const char* program, char* const* arguments, volatile bool& failed) {
+    const pid_t child = vfork();
+    if (child == 0) {
+        execv(program, arguments);
+        failed = true; // seen by the caller, whose memory this is
+        _exit(127);
+    }
+    return child;
+}
+
+HANDLE HandleOf(pid_t process) {
+    return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(process)); // NOLINT(performance-no-int-to-ptr)
+}
+
+bool HasEnded(pid_t process) {
+    int status = 0;
+    return waitpid(process, &status, WNOHANG) == process;
+}
+
+double MillisecondsSince(DateTime start) { return static_cast<double>(DateTime::Now().ticks - start.ticks) / 10000.0; }
+
+} // namespace
+
+HANDLE LaunchProcess(std::string program, std::vector<std::string>& arguments) {
+    std::vector<char*> texts;
+    texts.reserve(arguments.size() + 1);
+    for (std::string& argument : arguments) {
+        texts.push_back(argument.data());
+    }
+    texts.push_back(nullptr);
+
+    volatile bool failed = false;
+    pid_t child = StartSharingMemory(program.c_str(), texts.data(), failed);
+    if (failed) {
+        // A child that shares the caller's stack must not return to the caller, so one with a stack of its own does.
+        waitpid(child, nullptr, 0);
+        child = fork();
+        if (child == 0) {
+            execv(program.c_str(), texts.data());
+        }
+    }
+    return HandleOf(child);
+}
+
+bool WaitForProcess(HANDLE process, int timeoutMs) {
+    if (process == nullptr) {
+        return false;
+    }
+    const auto id = static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process));
+    if (timeoutMs == -1) {
+        int status = 0;
+        while (wait(&status) != id) {
+        }
+        return true;
+    }
+    const DateTime start = DateTime::Now();
+    if (HasEnded(id)) {
+        return true;
+    }
+    for (int pass = 1;; ++pass) {
+        usleep(1000);
+        constexpr int passesPerLookAtTheClock = 200;
+        if (pass % passesPerLookAtTheClock == 0 && MillisecondsSince(start) > timeoutMs) {
+            return false;
+        }
+        if (HasEnded(id)) {
+            return true;
+        }
+    }
+}
+
+} // namespace Tolvex::FileNames

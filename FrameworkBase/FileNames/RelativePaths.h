@@ -1,0 +1,62 @@
+#pragma once
+
+#include "FrameworkBase/Base/Export.h"
+
+#include <string>
+
+/// @addtogroup relative_paths
+/// Components are parted by "/" or a backslash and compared without regard to ASCII letter case. One leading and one
+/// trailing separator do not count; any further pair side by side makes an empty component. No exceptions.
+/// @{
+
+/// The path that leads from the folder `base` to the folder `target`: a "../" for each component of `base` below the
+/// common part, then the components of `target` below it, each followed by "/". Each of the two runs stops at the first
+/// empty component. `flag` becomes true when not even the first components are the same; the result is meaningless
+/// then.
+///
+///     ("/s/a/Audio/", "/s/a/") => "Audio/", false      ("/s/b/", "/s/a/")    => "../b/", false
+///     ("/s/a/", "/s/a/")       => "", false            ("/S/A/b/", "/s/a/")  => "b/", false
+///     ("/s/a//b/", "/s/")      => "a/", false          ("/x/y/", "/s/a/")    => "../../x/y/", true
+///
+/// Callable from any thread.
+FRAMEWORKBASE_EXPORT std::string GetRelativePath(const std::string& target, const std::string& base, bool& flag);
+
+/// The path that `relative` names as seen from the folder `base`, with "/" before every component and none at the end.
+/// Only ".." at the front of `relative` are resolved, and no further than to the root; all else is copied. A relative
+/// `base` counts as one from the root.
+///
+///     ("/s/a", "../b/c.wav") => "/s/b/c.wav"     ("s/a", "c")    => "/s/a/c"
+///     ("/s/a", "../../../c") => "/c"             ("/s/a/", "")   => "/s/a"
+///     ("/s/a", "./c")        => "/s/a/./c"       ("/", "..")     => ""
+///
+/// Callable from any thread.
+FRAMEWORKBASE_EXPORT std::string GetAbsoluteFromRelativePath(const std::string& base, const std::string& relative);
+
+namespace Tolvex::FileNames {
+
+/// `path` made absolute against `baseFolder`, or against the working directory when that is null, and then normalised
+/// by NormalizePath. What does not exist is joined but not resolved; without a base a relative path stays relative.
+/// Only a leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
+///
+///     ("", any)               => ""
+///     ("/tmp/../etc", any)    => "/etc"
+///     ("a.wav", "/new/song")  => "/new/song/a.wav"     while nothing exists there
+///     ("a.wav", "")           => "a.wav"               or resolved, if it exists
+///
+/// Callable from any thread; the working directory is the process's, see TolvexSetCurrentDirectory.
+FRAMEWORKBASE_EXPORT std::string GetAbsolutePath(std::string path, const char* baseFolder);
+
+/// Expresses `file` relative to the folder of `referenceFile`, as a song refers to its takes, and stores it in `out`,
+/// which may be one of the other two. False, with `out` untouched, when the two have no first component in common. A
+/// relative `file` is taken from `referenceFile` itself, not from its folder. `file` is normalised, `referenceFile` is
+/// not: pass it normalised.
+///
+///     referenceFile "/s/a/song.sng":
+///     "/s/a/take.wav"       => "take.wav"           "/s/b/take.wav"       => "../b/take.wav"
+///     "/s/a/Audio/take.wav" => "Audio/take.wav"     "/Volumes/d/take.wav" => false
+FRAMEWORKBASE_EXPORT bool GetPathRelativeToOtherFile(std::string& out, const std::string& referenceFile,
+                                                     const std::string& file);
+
+} // namespace Tolvex::FileNames
+
+/// @}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "FrameworkBase/Files/FileStream.h"
+
+#include <cstddef>
+#include <memory>
+
+/// Reads or writes another stream in large pieces, so that many small fields cost one call on it per piece. Made for
+/// one direction at a time, from front to back: Seek and Clone throw TolvexException with "Unsupported". What the other
+/// stream throws passes through.
+class BufferedFile final : public FlapFiles::CFileBase {
+public:
+    explicit BufferedFile(FlapFiles::CFileBase& stream);
+
+    /// Returns `size`. The bytes may wait here until Flush.
+    long long Write(const void* data, long long size) override;
+    long long Read(void* data, long long size) override;
+    long long Seek(long long offset, unsigned int origin) override;
+    CFileBase* Clone() override;
+    /// Hands the waiting bytes on, then closes the other stream.
+    bool Close() override;
+    bool Flush() override;
+
+private:
+    void WritePending();
+
+    FlapFiles::CFileBase& target;
+    std::unique_ptr<char[]> buffer;
+    std::size_t pending = 0; ///< bytes written here that `target` has yet to take
+    std::size_t next = 0;    ///< where the next byte is read from
+    std::size_t end = 0;     ///< where the bytes that `target` gave end
+};

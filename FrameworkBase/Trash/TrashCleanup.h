@@ -1,0 +1,39 @@
+#pragma once
+
+#include "FrameworkBase/Base/Export.h"
+
+#include <functional>
+#include <string>
+
+/// @addtogroup trash
+/// @{
+
+/// Purges the trash on a thread of its own and returns at once. The thread loads the database, runs the purge of the
+/// trash folder (see the other form), removes the emptied folders, saves the database, and then calls `callback`, unless
+/// it is empty, on that same thread. Nobody can join it, so wait for the callback before the process ends. An exception
+/// out of the callback ends the process.
+///
+/// Throws `std::system_error` when no thread can be made; nothing has happened then. Not while another trash operation
+/// or cleanup is at work.
+FRAMEWORKBASE_EXPORT void CleanupTrashFolder(bool all, std::function<void()> callback);
+
+/// The purge of one folder and what lies below, with the database loaded. Whether anything was deleted.
+///
+/// - A recorded file is deleted and forgotten when it was recorded more than 30 days ago, or with `all`. Times after now
+///   count as not yet due, times before 1601 too.
+/// - A file that is not recorded is adopted: recorded with the time of now and no place to go back to, with `all` too.
+/// - A file named ".trash.db" is left alone at every level.
+/// - With `all` every subfolder is deleted. Otherwise it is purged in turn, and WHEN ANYTHING WAS DELETED IN IT THE WHOLE
+///   SUBFOLDER GOES, whatever else is in it: a trashed folder expires with its first file. The entries of files that
+///   went that way stay in the database.
+FRAMEWORKBASE_EXPORT bool CleanupTrashFolder(std::string folder, bool all);
+
+/// Whether there is a file in `folder` or below. True without looking when `depth`, 0 for callers, is above 50. What
+/// cannot be opened holds nothing. Callable from any thread.
+FRAMEWORKBASE_EXPORT bool HasFiles(std::string folder, int depth);
+
+/// Deletes each folder directly in `folder` that holds no file at any depth, down to 50 levels. Callable from any
+/// thread.
+FRAMEWORKBASE_EXPORT void CheckDeleteEmptyFolders(std::string folder);
+
+/// @}
