@@ -64,7 +64,7 @@ std::vector<std::string> GetFolderSubfolders(std::string folder) {
     return names;
 }
 
-int GetFolderFiles(char* folder, char* name, int size, void** handle) {
+int GetFolderFiles(char* folder, char* name, int size, void** handle) { // NOLINT(readability-non-const-parameter)
     if (name == nullptr) {
         auto listing = std::make_unique<std::vector<std::string>>();
         DoGetFolderFiles<false>(folder, *listing);

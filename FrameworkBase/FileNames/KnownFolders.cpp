@@ -97,7 +97,9 @@ std::string GetTempFilename(std::string extension) {
     constexpr int numberLimit = 10000;
     const std::string stem = ComposePath(MacGetTempFolder(), "tolvxtmp");
     for (int number = 0; number < numberLimit; ++number) {
-        std::string candidate = stem + std::to_string(number) + '.' + extension;
+        std::string candidate = stem + std::to_string(number);
+        candidate += '.';
+        candidate += extension;
         const bool isTaken = OpensWithMode(candidate, "r+");
         if (!isTaken && OpensWithMode(candidate, "w+")) {
             return candidate;

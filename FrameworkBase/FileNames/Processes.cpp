@@ -24,9 +24,7 @@ pid_t StartSharingMemory(const char* program, char* const* arguments, volatile b
     return child;
 }
 
-HANDLE HandleOf(pid_t process) {
-    return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(process)); // NOLINT(performance-no-int-to-ptr)
-}
+HANDLE HandleOf(pid_t process) { return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(process)); }
 
 bool HasEnded(pid_t process) {
     int status = 0;

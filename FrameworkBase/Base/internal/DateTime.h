@@ -9,7 +9,7 @@ namespace VarnelNative::Utility {
 ///     2024-01-01 00:00:00 UTC => 133485408000000000
 struct DateTime {
     static constexpr long long ticksPerSecond = 10'000'000;
-    static constexpr long long ticksPerDay = 24 * 60 * 60 * ticksPerSecond;
+    static constexpr long long ticksPerDay = 86'400 * ticksPerSecond;
     static constexpr long long unixEpoch = 116'444'736'000'000'000;
 
     /// The time now; parts below 100 nanoseconds are dropped. Callable from any thread.

@@ -23,13 +23,14 @@ struct CloseFile {
 };
 
 void SerializeString(FlapFiles::CFileBase& file, const std::string& text) {
-    file.WriteData(static_cast<int>(text.size() + 1));
-    file.Write(text.c_str(), static_cast<long long>(text.size() + 1));
+    const std::size_t size = text.size() + 1; // the terminating zero is part of the record
+    file.WriteData(static_cast<int>(size));
+    file.Write(text.c_str(), static_cast<long long>(size));
 }
 
 } // namespace
 
-std::string TrashDB::GetDBFile() { return Tolvex::FileNames::ComposePath(folder, ".trash.db"); }
+std::string TrashDB::GetDBFile() const { return Tolvex::FileNames::ComposePath(folder, ".trash.db"); }
 
 void TrashDB::Load(std::string trashFolder) {
     folder = std::move(trashFolder);

@@ -17,7 +17,7 @@ public:
     using DateTime = VarnelNative::Utility::DateTime;
 
     /// The path of the database file; in the working directory before the first Load.
-    std::string GetDBFile();
+    std::string GetDBFile() const;
 
     /// Makes `trashFolder` the folder whose database this is and adds the entries of its file to the map, where they replace those of the
     /// same key. A missing file adds nothing; a damaged one the entries before the damage. Not told either way.
