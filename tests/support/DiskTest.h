@@ -1,0 +1,81 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <vector>
+
+// Tests never touch the user's own files: before the first test of a process the home folder ("HOME"), the temporary
+// folder ("TMPDIR") and the working directory are moved into a sandbox that is removed at exit. What a test leaves in
+// it unaccounted for fails the test, or the run when the test is none of DiskTest's.
+
+/// A test that reads or writes the disk. Each begins with empty folders and the working directory `workingFolder`. At
+/// its end everything still on the disk must be accounted for: made by MakeFile or MakeFolder, or listed by Tree,
+/// whose result the test compares with what should be there. Anything else was left behind and fails the test, as does
+/// a file that is still open.
+class DiskTest : public testing::Test {
+protected:
+    DiskTest();
+    void SetUp() override;
+    void TearDown() override;
+
+    /// The full path of `name` in `folder`.
+    std::string Path(const std::string& name) const { return folder + '/' + name; }
+
+    /// Writes a file and makes the folders that it needs. `name` is relative to `folder` or a full path. The full path.
+    std::string MakeFile(const std::string& name, const std::string& content = "");
+
+    /// Makes a folder and those that it needs. `name` is relative to `folder` or a full path. The full path.
+    std::string MakeFolder(const std::string& name);
+
+    /// All that is inside a folder, at any depth, as sorted paths relative to it; those of folders end in "/". Links are
+    /// not followed.
+    std::vector<std::string> Tree(const std::string& root);
+    std::vector<std::string> Tree() { return Tree(folder); }
+
+    const std::string folder;            ///< the test's own
+    const std::string home;              ///< holds "Library/Application Support", as every home folder does
+    const std::string applicationFolder; ///< the application's folder in it; the library makes it
+    const std::string temporaryFolder;
+    const std::string workingFolder;
+
+    /// How many files are meant to be open still at the end of the test.
+    std::size_t expectedOpenFiles = 0;
+
+private:
+    void Account(const std::string& path);
+
+    std::set<std::string> accounted;
+    std::set<std::string> openAtStart;
+};
+
+/// The content of the file at `path`; fails the test when there is none.
+std::string Content(const std::string& path);
+
+/// While it lives, the process has no rights on files but those of an ordinary user, so that permissions count in tests
+/// that root runs.
+class AsOrdinaryUser {
+public:
+    AsOrdinaryUser();
+    ~AsOrdinaryUser();
+    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
+    AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
+};
+
+/// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
+class EnvironmentVariable {
+public:
+    EnvironmentVariable(std::string variable, const char* value);
+    ~EnvironmentVariable();
+    EnvironmentVariable(const EnvironmentVariable&) = delete;
+    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
+
+private:
+    static void Set(const std::string& name, const char* value);
+
+    const std::string name;
+    const bool wasSet;
+    const std::string before;
+};
