@@ -12,23 +12,23 @@ struct Pair {
 inline constexpr Pair valid[] = {
     {"", L""},
     {"a", L"a"},
-    {"\x7F", L"\x7F"},
-    {"\xC2\x80", L"\x80"},                                   // the bounds of the forms of two, three and four bytes
-    {"\xDF\xBF", L"\x7FF"},                                  //
-    {"\xE0\xA0\x80", L"\x800"},                              //
-    {"\xEF\xBF\xBD", L"\xFFFD"},                             //
-    {"\xF0\x90\x80\x80", L"\x10000"},                        //
-    {"\xF4\x8F\xBF\xBF", L"\x10FFFF"},                       //
-    {"\xED\x9F\xBF\xEE\x80\x80", L"\xD7FF\xE000"},           // what surrounds the surrogates
-    {"\xEF\xB7\x90\xEF\xBF\xBE", L"\xFDD0\xFFFE"},           // code points that are no characters
-    {"\xEF\xBF\xBF\xF0\x9F\xBF\xBF", L"\xFFFF\x1FFFF"},      //
-    {"\xEF\xBB\xBF", L"\xFEFF"},                             // a byte-order mark is an ordinary character
-    {"\xEF\xBB\xBF\xEF\xBB\xBFz", L"\xFEFF\xFEFFz"},         //
-    {"z\xEF\xBB\xBF", L"z\xFEFF"},                           //
-    {"e\xCC\x81 \xC3\xA9", L"e\x301 \xE9"},                  // composed and decomposed stay what they are
-    {"\xCC\x81x", L"\x301x"},                                // a combining mark with nothing before it
-    {"\xF0\x9F\x8E\xB9\xF0\x9F\x8E\xB9", L"\x1F3B9\x1F3B9"}, // pairs of surrogates in UTF-16
     {"take 01 final \xE2\x82\xAC mix.wav", L"take 01 final \x20AC mix.wav"},
+    // the bounds of the forms of one, two, three and four bytes
+    {"\x7F", L"\x7F"},
+    {"\xC2\x80\xDF\xBF", L"\x80\x7FF"},
+    {"\xE0\xA0\x80\xEF\xBF\xBD", L"\x800\xFFFD"},
+    {"\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", L"\x10000\x10FFFF"},
+    // what surrounds the surrogates, and code points that are no characters
+    {"\xED\x9F\xBF\xEE\x80\x80", L"\xD7FF\xE000"},
+    {"\xEF\xB7\x90\xEF\xBF\xBE", L"\xFDD0\xFFFE"},
+    {"\xEF\xBF\xBF\xF0\x9F\xBF\xBF", L"\xFFFF\x1FFFF"},
+    // a byte-order mark is an ordinary character
+    {"\xEF\xBB\xBF", L"\xFEFF"},
+    {"\xEF\xBB\xBF\xEF\xBB\xBFz", L"\xFEFF\xFEFFz"},
+    {"z\xEF\xBB\xBF", L"z\xFEFF"},
+    // composed and decomposed stay what they are, and a combining mark may come first
+    {"e\xCC\x81 \xC3\xA9", L"e\x301 \xE9"},
+    {"\xCC\x81x", L"\x301x"},
 };
 
 /// Each makes the whole result empty.
