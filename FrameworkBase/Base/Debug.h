@@ -5,6 +5,8 @@
 #include <string>
 
 /// @addtogroup diagnostics
+/// Diagnostics go to the standard error stream. No lock is taken: lines written from several threads may interleave,
+/// and the text of a trace and its line ends may be parted. Errors of the stream are ignored.
 /// @{
 
 /// The window type of the application's assertion boxes. The library only passes pointers to it and never defines
@@ -15,9 +17,12 @@ class WindowImpl;
 FRAMEWORKBASE_EXPORT void SetMessageBoxAssertLink(int (*messageBox)(WindowImpl* owner, const char* text,
                                                                     const char* caption, unsigned int style));
 
-/// Diagnostics go to the standard error stream. No lock is taken: lines written from several threads may interleave,
-/// and the text of a trace and its line ends may be parted. Errors of the stream are ignored.
+/// @}
+
 namespace Tolvex::Debug {
+
+/// @addtogroup diagnostics
+/// @{
 
 /// Ends the process at once by `abort`, without a message.
 [[noreturn]] FRAMEWORKBASE_EXPORT void DebugBreak();
@@ -45,6 +50,6 @@ FRAMEWORKBASE_EXPORT void TraceRelease(const char* format, ...) __attribute__((f
 /// Does nothing on this platform.
 FRAMEWORKBASE_EXPORT void flpOutputDebugStringInternal(std::string text);
 
-} // namespace Tolvex::Debug
-
 /// @}
+
+} // namespace Tolvex::Debug

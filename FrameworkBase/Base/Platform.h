@@ -9,16 +9,19 @@
 
 #ifdef __APPLE__
 #include <os/workgroup.h>
-#else
-/// The operating system's work group; opaque here.
-struct os_workgroup_s;
-using os_workgroup_t = os_workgroup_s*;
-/// What a thread keeps to leave a work group again; opaque here.
-struct os_workgroup_join_token_opaque_s;
 #endif
 
 /// @addtogroup runtime
 /// @{
+
+#ifndef __APPLE__
+/// The operating system's work group; opaque here.
+struct os_workgroup_s;
+/// A pointer to a work group.
+using os_workgroup_t = os_workgroup_s*;
+/// What a thread keeps to leave a work group again; opaque here.
+struct os_workgroup_join_token_opaque_s;
+#endif
 
 /// Identifies an open file (its C stream), a child process (the process id, sign-extended, in the pointer's bits) or
 /// a thread. Null means that there is none.
@@ -45,18 +48,33 @@ FRAMEWORKBASE_EXPORT extern os_workgroup_t audioDevWorkgroup;
 FRAMEWORKBASE_EXPORT extern std::map<HANDLE, os_workgroup_join_token_opaque_s*> threadsJoinToken;
 }
 
+/// @}
+
 namespace Tolvex {
+
+/// @addtogroup runtime
+/// @{
 
 /// When not empty, the program folder that path_directory_programma reports. Set it before asking. Empty at load.
 FRAMEWORKBASE_EXPORT extern std::string pathFolderOverride;
 
+/// @}
+
 namespace Threading {
+
+/// @addtogroup runtime
+/// @{
 
 /// The id of the application's main thread, set by the application; 0 at load.
 FRAMEWORKBASE_EXPORT extern std::uint64_t mainThreadId;
 
+/// @}
+
 } // namespace Threading
 } // namespace Tolvex
+
+/// @addtogroup runtime
+/// @{
 
 /// Stores `factor` in `TolvexDip`, unchecked.
 FRAMEWORKBASE_EXPORT void SetUIScaleFactor(float factor);

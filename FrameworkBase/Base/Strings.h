@@ -4,13 +4,13 @@
 
 #include <string>
 
-/// @addtogroup runtime
-/// @{
+namespace Tolvex::Strings {
 
+/// @addtogroup strings
 /// Conversions between UTF-8 and wide strings of one code point per `wchar_t`. Both are strict: overlong forms,
 /// surrogates, values above U+10FFFF and truncated sequences make the whole result empty. A byte-order mark is an
 /// ordinary character. No state; callable from any thread.
-namespace Tolvex::Strings {
+/// @{
 
 /// The wide form of a zero-terminated UTF-8 text, which must not be null.
 ///
@@ -30,6 +30,6 @@ FRAMEWORKBASE_EXPORT std::wstring wstringFromS(const char* text);
 ///     a lone 0xD800        => ""
 FRAMEWORKBASE_EXPORT std::string stringFromW(wchar_t* text);
 
-} // namespace Tolvex::Strings
-
 /// @}
+
+} // namespace Tolvex::Strings

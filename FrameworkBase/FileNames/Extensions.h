@@ -4,15 +4,15 @@
 
 #include <string>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup extensions
-/// Strings in, strings out; the disk is not touched, nothing fails, and everything is callable from any thread. Only
+/// Texts in, texts out; the disk is not touched, nothing fails, and everything is callable from any thread. Only
 /// "/" separates. An extension is passed with its leading dot and appended as it is, unless said otherwise.
 ///
 /// What counts as an extension differs from function to function, and callers rely on each of them. Two rules occur:
 /// the last dot of the whole text, or the last dot provided that no "/" follows it, the last dot of the file name.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// The text from the last dot of the file name on, the dot included. The whole name when there is none:
 /// AppendStringBeforeExtension and its callers rely on that. `name` is not modified.
@@ -80,6 +80,6 @@ FRAMEWORKBASE_EXPORT std::string AppendStringBeforeExtension(std::string name, s
 ///     ("/a/", "old ")         => "/a/old "
 FRAMEWORKBASE_EXPORT std::string AppendStringBeforeFilename(std::string path, std::string text);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

@@ -5,14 +5,14 @@
 #include <cstdint>
 #include <string>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup file_operations
 /// These functions change the disk. Nothing is rolled back, and steps that fail are told by the result named or not at
 /// all. Permissions, owners and times are not carried over: new folders get mode 0777, copied files 0666, less the
 /// umask. Nothing throws but a failed allocation. Callable from any thread, but no operation is atomic unless it says
 /// so.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// Why CopyFile failed.
 enum CopyFileError : std::int32_t {
@@ -69,7 +69,12 @@ FRAMEWORKBASE_EXPORT int DeleteFileA(const char* path);
 /// paths on all threads are affected.
 FRAMEWORKBASE_EXPORT int TolvexSetCurrentDirectory(const char* path);
 
+/// @}
+
 } // namespace Tolvex::FileNames
+
+/// @addtogroup file_operations
+/// @{
 
 /// Deletes the folder `folder` and everything in it. Pass 0 as `depth`. What cannot be deleted stays, and so does
 /// every folder above it; nothing is told. Does nothing when `folder` is missing or a file.

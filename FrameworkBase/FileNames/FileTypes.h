@@ -5,42 +5,42 @@
 #include <string>
 #include <vector>
 
+namespace Tolvex {
+
 /// @addtogroup file_types
 /// The extensions that the workstation knows, without their dots. Every source file that includes this header has
 /// copies of its own.
 /// @{
 
-namespace Tolvex {
-
-const std::string FileExtensionSng = "sng";
-const std::string FileExtensionWav = "wav";
-const std::string FileExtensionWav64 = "w64";
-const std::string FileExtensionSgw = "sgw";
-const std::string FileExtensionEdl = "txt"; ///< edit lists are texts; see also FileExtensionEdl2
-const std::string FileExtensionEdl2 = "edl";
-const std::string FileExtensionAiff = "aif";
-const std::string FileExtensionAiff2 = "aiff";
-const std::string FileExtensionAiffC = "afc";
-const std::string FileExtensionMp3 = "mp3";
-const std::string FileExtensionWma = "wma";
-const std::string FileExtensionOgg = "ogg";
-const std::string FileExtensionMidi = "mid";
-const std::string FileExtensionCda = "cda";
-const std::string FileExtensionDll = "dll";
-const std::string FileExtensionAx = "ax";
-const std::string FileExtensionFlac = "fla"; ///< three letters; see also FileExtensionFlac2
-const std::string FileExtensionFlac2 = "flac";
-const std::string FileExtensionM4a = "m4a";
-const std::string FileExtensionAaf = "aaf";
-const std::string FileExtensionOmf = "omf";
-const std::string FileExtensionRex = "rex";
-const std::string FileExtensionRex2 = "rx2";
-const std::string FileExtensionRcy = "rcy";
-const std::string FileExtensionSSPlaylist = "tspl";
-const std::string FileExtensionTolvexEncryptedFlac = "twf";
-const std::string FileExtensionSngFolder = "sng"; ///< a song folder is named like a song file
-const std::string FileExtensionTolvexEncryptedWav = "tww";
-const std::string FileExtensionDawProject = "dawproject";
+const std::string FileExtensionSng = "sng";                 ///< song
+const std::string FileExtensionWav = "wav";                 ///< wave audio
+const std::string FileExtensionWav64 = "w64";               ///< wave audio with 64-bit sizes
+const std::string FileExtensionSgw = "sgw";                 ///< song, counted by IsSongFile
+const std::string FileExtensionEdl = "txt";                 ///< edit list, a text file; see also FileExtensionEdl2
+const std::string FileExtensionEdl2 = "edl";                ///< edit list
+const std::string FileExtensionAiff = "aif";                ///< AIFF audio, three letters; see also FileExtensionAiff2
+const std::string FileExtensionAiff2 = "aiff";              ///< AIFF audio
+const std::string FileExtensionAiffC = "afc";               ///< compressed AIFF audio
+const std::string FileExtensionMp3 = "mp3";                 ///< MP3 audio
+const std::string FileExtensionWma = "wma";                 ///< Windows Media audio
+const std::string FileExtensionOgg = "ogg";                 ///< Ogg audio
+const std::string FileExtensionMidi = "mid";                ///< MIDI
+const std::string FileExtensionCda = "cda";                 ///< track of an audio CD
+const std::string FileExtensionDll = "dll";                 ///< Windows library
+const std::string FileExtensionAx = "ax";                   ///< Windows media filter
+const std::string FileExtensionFlac = "fla";                ///< FLAC audio, three letters; see also FileExtensionFlac2
+const std::string FileExtensionFlac2 = "flac";              ///< FLAC audio
+const std::string FileExtensionM4a = "m4a";                 ///< MPEG-4 audio
+const std::string FileExtensionAaf = "aaf";                 ///< AAF interchange project
+const std::string FileExtensionOmf = "omf";                 ///< OMF interchange project
+const std::string FileExtensionRex = "rex";                 ///< sliced loop
+const std::string FileExtensionRex2 = "rx2";                ///< sliced loop, second form
+const std::string FileExtensionRcy = "rcy";                 ///< loop project
+const std::string FileExtensionSSPlaylist = "tspl";         ///< playlist
+const std::string FileExtensionTolvexEncryptedFlac = "twf"; ///< encrypted FLAC audio
+const std::string FileExtensionSngFolder = "sng";           ///< song folder: named like a song
+const std::string FileExtensionTolvexEncryptedWav = "tww";  ///< encrypted wave audio
+const std::string FileExtensionDawProject = "dawproject";   ///< interchange project; no song to IsSongFile
 
 /// The empty extension and then all of the above in their order: entry k is the k-th, counted from 1.
 const std::vector<std::string> FileExtensionStrings = {
@@ -98,7 +98,12 @@ const std::vector<std::string> AudioAndMidiFileExtensionsString = {
     FileExtensionTolvexEncryptedWav,
 };
 
+/// @}
+
 namespace FileNames {
+
+/// @addtogroup file_types
+/// @{
 
 /// Whether `path`, up to its first zero byte, ends in a dot and one of "sng", "sgw", "sngw", "txt", "edl", "aaf" or
 /// "omf", ASCII letter case ignored. The disk is not touched, and the path is not split: a folder of such a name counts
@@ -113,7 +118,7 @@ FRAMEWORKBASE_EXPORT bool IsSongFile(std::string path);
 /// any thread.
 FRAMEWORKBASE_EXPORT bool IsSongFolder(std::string folder);
 
+/// @}
+
 } // namespace FileNames
 } // namespace Tolvex
-
-/// @}

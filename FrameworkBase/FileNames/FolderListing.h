@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup listing
 /// Questions about the disk. Nothing here changes it, throws or logs. Listings hold bare names, hidden ones included, "."
 /// and ".." never, in the order in which the system delivers them. A link is listed as a file, also when it leads to a
 /// folder. Callable from any thread.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// The names of the files in `folder`: all that are not folders. Empty when `folder` cannot be opened; an error while
 /// reading it ends the list early and is not told.
@@ -57,6 +57,6 @@ FRAMEWORKBASE_EXPORT bool IsSymlink(std::string path);
 /// counts blocks in 32 bits.
 FRAMEWORKBASE_EXPORT unsigned long long GetAvailableSpace(std::string path);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

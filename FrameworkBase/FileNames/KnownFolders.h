@@ -30,7 +30,12 @@ FRAMEWORKBASE_EXPORT std::string GetProgramFolderUserDocuments();
 /// on demand, when it is a folder that belongs to the user and is closed to others; otherwise "/tmp/".
 FRAMEWORKBASE_EXPORT std::string MacGetTempFolder();
 
+/// @}
+
 namespace Tolvex {
+
+/// @addtogroup known_folders
+/// @{
 
 /// The full path of the running executable, not resolved, into `buffer`, which has room for 1040 bytes. 0 on success,
 /// -1 when it does not fit.
@@ -45,7 +50,12 @@ FRAMEWORKBASE_EXPORT int MacGetExecutablePath(char* buffer);
 ///     executable path too long for the buffer         => ""
 FRAMEWORKBASE_EXPORT void path_directory_programma(char* buffer, bool ignored);
 
+/// @}
+
 namespace FileNames {
+
+/// @addtogroup known_folders
+/// @{
 
 /// The full path of the running executable; empty when it has 1024 bytes or more.
 FRAMEWORKBASE_EXPORT std::string GetModuleFilename();
@@ -83,7 +93,7 @@ FRAMEWORKBASE_EXPORT std::string GetUniqueTempFilename(std::string extension);
 /// throws.
 FRAMEWORKBASE_EXPORT std::string GetTempFilenameNoCreate();
 
+/// @}
+
 } // namespace FileNames
 } // namespace Tolvex
-
-/// @}

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup paths
-/// Strings in, strings out: a path is a byte string, UTF-8 by custom and never converted or checked. Except for
+/// Texts in, texts out: a path is a byte string, UTF-8 by custom and never converted or checked. Except for
 /// NormalizePath nothing here touches the disk; nothing keeps state, reports an error or folds letter case; everything
 /// is callable from any thread. The separator is "/". A backslash is an ordinary character unless a function says that
 /// it counts.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// The folder part of `path`, up to and including the last "/". Empty when there is none.
 ///
@@ -92,6 +92,6 @@ FRAMEWORKBASE_EXPORT std::vector<char> GetShellString(std::string path);
 ///     "ab" => {L'a', L'b', 0, 0}
 FRAMEWORKBASE_EXPORT std::vector<wchar_t> GetShellWString(std::string path);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup processes
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// Starts the executable `program` with exactly `arguments`, of which the first is by custom the program's name. The
 /// environment and the standard streams are the caller's. Returns the new process, which has to be waited for with
@@ -39,6 +39,6 @@ FRAMEWORKBASE_EXPORT HANDLE LaunchProcess(std::string program, std::vector<std::
 /// included, lasts at least 200 milliseconds and may overrun by as much. Callable from any thread.
 FRAMEWORKBASE_EXPORT bool WaitForProcess(HANDLE process, int timeoutMs);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

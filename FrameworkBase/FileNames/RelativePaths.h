@@ -32,7 +32,12 @@ FRAMEWORKBASE_EXPORT std::string GetRelativePath(const std::string& target, cons
 /// Callable from any thread.
 FRAMEWORKBASE_EXPORT std::string GetAbsoluteFromRelativePath(const std::string& base, const std::string& relative);
 
+/// @}
+
 namespace Tolvex::FileNames {
+
+/// @addtogroup relative_paths
+/// @{
 
 /// `path` made absolute against `baseFolder`, or against the working directory when that is null, and then normalised
 /// by NormalizePath. What does not exist is joined but not resolved; without a base a relative path stays relative.
@@ -57,6 +62,6 @@ FRAMEWORKBASE_EXPORT std::string GetAbsolutePath(std::string path, const char* b
 FRAMEWORKBASE_EXPORT bool GetPathRelativeToOtherFile(std::string& out, const std::string& referenceFile,
                                                      const std::string& file);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

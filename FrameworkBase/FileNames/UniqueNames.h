@@ -4,14 +4,14 @@
 
 #include <string>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup unique_names
 /// Names at which nothing stands yet: first the plain one, then numbered ones from 1 up, the lowest free number winning.
 /// Nothing is created and nothing is remembered, so two calls in a row give the same name, and another thread or process
 /// may take it before its caller does. A name taken k times costs k + 1 probes, and the search has no end but a free
 /// name. Callable from any thread.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// A file path that cannot be opened for reading: `stem` and `ext`, else with a number between. `ext` has its leading
 /// dot, or is empty. A file that exists but may not be read counts as free; a readable folder counts as taken.
@@ -38,6 +38,6 @@ FRAMEWORKBASE_EXPORT std::string ComposeNewFolderAndCheckExists(std::string stem
 FRAMEWORKBASE_EXPORT std::string ComposeNewFolderAndCheckExists(std::string folder, std::string stem,
                                                                 std::string suffix);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames

@@ -10,16 +10,16 @@
 /// call `fread` on the handle.
 /// @{
 
-/// Access, creation and sharing values, by their Windows names.
+/// @name Access, sharing, creation and attribute values, by their Windows names
 /// @{
-inline constexpr unsigned int GENERIC_READ = 0x80000000;
-inline constexpr unsigned int GENERIC_WRITE = 0x40000000;
-inline constexpr unsigned int FILE_SHARE_READ = 1;
-inline constexpr unsigned int FILE_SHARE_WRITE = 2;
-inline constexpr unsigned int CREATE_ALWAYS = 2;
-inline constexpr unsigned int OPEN_EXISTING = 3;
-inline constexpr unsigned int OPEN_ALWAYS = 4;
-inline constexpr unsigned int FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr unsigned int GENERIC_READ = 0x80000000;    ///< access: reading
+inline constexpr unsigned int GENERIC_WRITE = 0x40000000;   ///< access: writing
+inline constexpr unsigned int FILE_SHARE_READ = 1;          ///< sharing; ignored
+inline constexpr unsigned int FILE_SHARE_WRITE = 2;         ///< sharing; ignored
+inline constexpr unsigned int CREATE_ALWAYS = 2;            ///< creation: a new, empty file in any case
+inline constexpr unsigned int OPEN_EXISTING = 3;            ///< creation: the file must exist
+inline constexpr unsigned int OPEN_ALWAYS = 4;              ///< creation: a new file when there is none
+inline constexpr unsigned int FILE_ATTRIBUTE_NORMAL = 0x80; ///< attributes; ignored
 /// @}
 
 /// What CreateFile returns when the file cannot be opened: all bits set. Never null.

@@ -6,10 +6,10 @@
 #include <cstdio>
 #include <string>
 
+namespace FlapFiles {
+
 /// @addtogroup streams
 /// @{
-
-namespace FlapFiles {
 
 /// A binary stream. Integers move as their bytes in memory: little-endian on every system this library is built for,
 /// `int` in 4 bytes, `long long` in 8, without padding. A stream is used by one thread at a time.
@@ -95,7 +95,12 @@ public:
     std::FILE* handle = nullptr;
 };
 
+/// @}
+
 } // namespace FlapFiles
+
+/// @addtogroup streams
+/// @{
 
 /// Reads a text at the position of `file`: a length in 4 bytes, signed, then that many bytes, of which those before
 /// the first zero byte count.

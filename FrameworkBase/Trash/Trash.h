@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace Tolvex::FileNames {
+
 /// @addtogroup trash
 /// The application's own trash: a folder "Trash" in the application's folder (see GetHomeFolderMac), flat, and in it a
 /// database, ".trash.db", of where each item came from and when. Every operation loads the database, works and saves it
@@ -12,8 +14,6 @@
 ///
 /// Nothing reports failures but by the results below. Whoever must know whether an item arrived looks at the disk.
 /// @{
-
-namespace Tolvex::FileNames {
 
 /// The path of the trash folder, without a trailing "/". The application's folder is created when missing, the trash
 /// folder is not.
@@ -51,6 +51,6 @@ FRAMEWORKBASE_EXPORT bool PutBack(std::string trashPath);
 /// database.
 FRAMEWORKBASE_EXPORT void TouchFolder(std::string folder);
 
-} // namespace Tolvex::FileNames
-
 /// @}
+
+} // namespace Tolvex::FileNames
