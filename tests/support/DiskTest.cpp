@@ -1,7 +1,6 @@
 #include "tests/support/DiskTest.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -15,17 +14,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The folders that take the place of the user's.
-class Sandbox {
-public:
-    static const Sandbox& Get() {
-        static const Sandbox sandbox;
-        return sandbox;
+/// Every test begins with these, each empty but for the others, and open to the user that AsOrdinaryUser becomes.
+const std::set<std::string> sandboxFolders = {"home", "home/Library", "home/Library/Application Support",
+                                              "test", "tmp",          "work"};
+
+struct Sandbox {
+    Sandbox() {
+        std::string name = fs::canonical(fs::temp_directory_path()) / "frameworkbase-tests-XXXXXX";
+        EXPECT_NE(mkdtemp(name.data()), nullptr) << name;
+        root = name;
+        fs::permissions(root, fs::perms(0711));
+        setenv("HOME", (root / "home").c_str(), 1);
+        setenv("TMPDIR", (root / "tmp").c_str(), 1);
+        umask(022);
     }
-
-    Sandbox(const Sandbox&) = delete;
-    Sandbox& operator=(const Sandbox&) = delete;
-
     ~Sandbox() {
         if (getpid() == owner) { // not in a child that exits
             fs::current_path("/");
@@ -33,73 +35,50 @@ public:
         }
     }
 
-    std::string In(const char* name) const { return (root / name).string(); }
-
-    /// All folders, empty.
-    void Restore() const {
-        for (const auto& entry : fs::directory_iterator(root)) {
-            fs::remove_all(entry);
-        }
-        for (const char* name : {"test", "home", "home/Library", "home/Library/Application Support", "tmp", "work"}) {
-            fs::create_directory(root / name);
-            // Open to the user that AsOrdinaryUser becomes.
-            fs::permissions(root / name, fs::perms::all);
-        }
-        fs::current_path(root / "work");
-    }
-
-    /// What is there besides the folders of Restore, the application's folder and the paths in `accounted`.
-    std::vector<std::string> LeftBehind(std::set<std::string> accounted) const {
-        for (const char* name : {"test", "home", "home/Library", "home/Library/Application Support",
-                                 "home/Library/Application Support/Tolvex Studio 10", "tmp", "work"}) {
-            accounted.insert(In(name));
-        }
-        std::vector<std::string> left;
-        for (const auto& entry : fs::recursive_directory_iterator(root)) {
-            if (accounted.count(entry.path().string()) == 0) {
-                left.push_back(entry.path().string());
-            }
-        }
-        return left;
-    }
-
-private:
-    Sandbox() {
-        std::string name = (fs::canonical(fs::temp_directory_path()) / "frameworkbase-tests-XXXXXX").string();
-        if (mkdtemp(name.data()) == nullptr) {
-            throw fs::filesystem_error("no sandbox", name, std::error_code(errno, std::generic_category()));
-        }
-        root = name;
-        fs::permissions(root, fs::perms::owner_all | fs::perms::group_exec | fs::perms::others_exec);
-        setenv("HOME", In("home").c_str(), 1);
-        setenv("TMPDIR", In("tmp").c_str(), 1);
-        umask(022);
-        Restore();
-    }
-
     fs::path root;
     const pid_t owner = getpid();
 };
 
-class SandboxEnvironment : public testing::Environment {
-public:
-    void SetUp() override { Sandbox::Get(); }
-    void TearDown() override { EXPECT_EQ(Sandbox::Get().LeftBehind({}), std::vector<std::string>()) << "left behind"; }
-};
+const fs::path& SandboxRoot() {
+    static const Sandbox sandbox;
+    return sandbox.root;
+}
 
+void RestoreSandbox() {
+    for (const auto& entry : fs::directory_iterator(SandboxRoot())) {
+        fs::remove_all(entry);
+    }
+    for (const std::string& name : sandboxFolders) {
+        fs::create_directory(SandboxRoot() / name);
+        fs::permissions(SandboxRoot() / name, fs::perms::all);
+    }
+    fs::current_path(SandboxRoot() / "work");
+}
+
+void ExpectNothingLeftBehind(std::set<std::string> accounted) {
+    for (const std::string& name : sandboxFolders) {
+        accounted.insert(SandboxRoot() / name);
+    }
+    accounted.insert(SandboxRoot() / "home/Library/Application Support/Tolvex Studio 10");
+    for (const auto& entry : fs::recursive_directory_iterator(SandboxRoot())) {
+        EXPECT_EQ(accounted.count(entry.path()), 1U) << "left behind: " << entry.path();
+    }
+}
+
+struct SandboxEnvironment : testing::Environment {
+    void SetUp() override { RestoreSandbox(); }
+    void TearDown() override { ExpectNothingLeftBehind({}); }
+};
 const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
 
 /// The open descriptors of the process, each with what it refers to.
 std::set<std::string> OpenDescriptors() {
-    std::vector<std::string> numbers;
-    for (const auto& entry : fs::directory_iterator("/dev/fd")) {
-        numbers.push_back(entry.path().filename().string());
-    }
     std::set<std::string> open;
-    for (const std::string& number : numbers) {
-        if (fcntl(std::stoi(number), F_GETFD) != -1) { // all but the one that listed them
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        if (fcntl(descriptor, F_GETFD) != -1) {
             std::error_code noLink;
-            open.insert(number + ' ' + fs::read_symlink("/dev/fd/" + number, noLink).string());
+            const std::string name = "/dev/fd/" + std::to_string(descriptor);
+            open.insert(name + " is " + fs::read_symlink(name, noLink).string());
         }
     }
     return open;
@@ -107,61 +86,49 @@ std::set<std::string> OpenDescriptors() {
 
 } // namespace
 
-DiskTest::DiskTest()
-    : folder(Sandbox::Get().In("test")), home(Sandbox::Get().In("home")),
-      applicationFolder(home + "/Library/Application Support/Tolvex Studio 10"),
-      temporaryFolder(Sandbox::Get().In("tmp")), workingFolder(Sandbox::Get().In("work")) {}
+std::string DiskTest::InSandbox(const std::string& name) { return SandboxRoot() / name; }
 
 void DiskTest::SetUp() {
-    Sandbox::Get().Restore();
+    RestoreSandbox();
     openAtStart = OpenDescriptors();
 }
 
 void DiskTest::TearDown() {
-    std::vector<std::string> openNow;
-    for (const std::string& descriptor : OpenDescriptors()) {
-        if (openAtStart.count(descriptor) == 0) {
-            openNow.push_back(descriptor);
-        }
-    }
-    EXPECT_EQ(openNow.size(), expectedOpenFiles) << "still open: " << testing::PrintToString(openNow);
-    EXPECT_EQ(Sandbox::Get().LeftBehind(accounted), std::vector<std::string>()) << "left behind";
-    Sandbox::Get().Restore();
+    const std::set<std::string> openAtEnd = OpenDescriptors();
+    std::vector<std::string> left;
+    std::set_difference(openAtEnd.begin(), openAtEnd.end(), openAtStart.begin(), openAtStart.end(),
+                        back_inserter(left));
+    EXPECT_EQ(left.size(), expectedOpenFiles) << "still open: " << testing::PrintToString(left);
+    ExpectNothingLeftBehind(accounted);
+    RestoreSandbox();
 }
 
 std::string DiskTest::MakeFile(const std::string& name, const std::string& content) {
     const fs::path path = fs::path(folder) / name;
-    MakeFolder(path.parent_path().string());
-    std::ofstream file(path, std::ios::binary);
-    file << content;
-    EXPECT_TRUE(file.good()) << path;
-    Account(path.string());
-    return path.string();
+    MakeFolder(path.parent_path());
+    EXPECT_TRUE(std::ofstream(path, std::ios::binary) << content) << path;
+    accounted.insert(path);
+    return path;
 }
 
 std::string DiskTest::MakeFolder(const std::string& name) {
     const fs::path path = fs::path(folder) / name;
     fs::create_directories(path);
-    Account(path.string());
-    return path.string();
+    for (fs::path made = path; made.has_relative_path(); made = made.parent_path()) {
+        accounted.insert(made);
+    }
+    return path;
 }
 
 std::vector<std::string> DiskTest::Tree(const std::string& root) {
     std::vector<std::string> tree;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        Account(entry.path().string());
-        const bool isFolder = entry.is_directory() && !entry.is_symlink();
+        accounted.insert(entry.path());
+        const bool isFolder = entry.symlink_status().type() == fs::file_type::directory;
         tree.push_back(entry.path().lexically_relative(root).string() + (isFolder ? "/" : ""));
     }
     std::sort(tree.begin(), tree.end());
     return tree;
-}
-
-void DiskTest::Account(const std::string& path) {
-    for (fs::path accountedPath = path; accountedPath.has_relative_path();
-         accountedPath = accountedPath.parent_path()) {
-        accounted.insert(accountedPath.string());
-    }
 }
 
 std::string Content(const std::string& path) {
@@ -170,22 +137,16 @@ std::string Content(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-namespace {
-constexpr uid_t ordinaryUser = 65534;
-} // namespace
-
-AsOrdinaryUser::AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(ordinaryUser) == 0); }
+AsOrdinaryUser::AsOrdinaryUser() {
+    constexpr uid_t nobody = 65534;
+    EXPECT_TRUE(getuid() != 0 || seteuid(nobody) == 0);
+}
 
 AsOrdinaryUser::~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
 
-EnvironmentVariable::EnvironmentVariable(std::string variable, const char* value)
-    : name(std::move(variable)), wasSet(std::getenv(name.c_str()) != nullptr),
-      before(wasSet ? std::getenv(name.c_str()) : "") {
-    Set(name, value);
+EnvironmentVariable::EnvironmentVariable(const char* variable, const char* value)
+    : name(variable), wasSet(std::getenv(name) != nullptr), before(wasSet ? std::getenv(name) : "") {
+    value == nullptr ? unsetenv(name) : setenv(name, value, 1);
 }
 
-EnvironmentVariable::~EnvironmentVariable() { Set(name, wasSet ? before.c_str() : nullptr); }
-
-void EnvironmentVariable::Set(const std::string& name, const char* value) {
-    value == nullptr ? unsetenv(name.c_str()) : setenv(name.c_str(), value, 1);
-}
+EnvironmentVariable::~EnvironmentVariable() { wasSet ? setenv(name, before.c_str(), 1) : unsetenv(name); }

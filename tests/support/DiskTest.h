@@ -1,8 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
+#include <gtest/gtest.h>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,7 +16,6 @@
 /// a file that is still open.
 class DiskTest : public testing::Test {
 protected:
-    DiskTest();
     void SetUp() override;
     void TearDown() override;
 
@@ -35,17 +33,17 @@ protected:
     std::vector<std::string> Tree(const std::string& root);
     std::vector<std::string> Tree() { return Tree(folder); }
 
-    const std::string folder;            ///< the test's own
-    const std::string home;              ///< holds "Library/Application Support", as every home folder does
-    const std::string applicationFolder; ///< the application's folder in it; the library makes it
-    const std::string temporaryFolder;
-    const std::string workingFolder;
+    const std::string folder = InSandbox("test"); ///< the test's own
+    const std::string home = InSandbox("home");   ///< holds "Library/Application Support", as every home folder does
+    const std::string applicationFolder = home + "/Library/Application Support/Tolvex Studio 10"; ///< not made here
+    const std::string temporaryFolder = InSandbox("tmp");
+    const std::string workingFolder = InSandbox("work");
 
     /// How many files are meant to be open still at the end of the test.
     std::size_t expectedOpenFiles = 0;
 
 private:
-    void Account(const std::string& path);
+    static std::string InSandbox(const std::string& name);
 
     std::set<std::string> accounted;
     std::set<std::string> openAtStart;
@@ -56,26 +54,19 @@ std::string Content(const std::string& path);
 
 /// While it lives, the process has no rights on files but those of an ordinary user, so that permissions count in tests
 /// that root runs.
-class AsOrdinaryUser {
-public:
+struct AsOrdinaryUser {
     AsOrdinaryUser();
     ~AsOrdinaryUser();
-    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
-    AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
 };
 
 /// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
 class EnvironmentVariable {
 public:
-    EnvironmentVariable(std::string variable, const char* value);
+    EnvironmentVariable(const char* variable, const char* value);
     ~EnvironmentVariable();
-    EnvironmentVariable(const EnvironmentVariable&) = delete;
-    EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
 
 private:
-    static void Set(const std::string& name, const char* value);
-
-    const std::string name;
+    const char* const name;
     const bool wasSet;
     const std::string before;
 };

@@ -3,10 +3,10 @@
 #include "tests/support/DiskTest.h"
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 using namespace Tolvex::HostPlatform;
 namespace fs = std::filesystem;
@@ -14,99 +14,62 @@ namespace fs = std::filesystem;
 namespace {
 
 TEST(HostPlatform, TemporaryFolderIsTheOneOfTheEnvironmentAtEveryCall) {
-    const std::vector<std::pair<const char*, std::string>> cases = {{"/a", "/a/"},
-                                                                    {"/a/", "/a/"},
-                                                                    {"/a//", "/a//"},
-                                                                    {"/", "/"},
-                                                                    {"relative", "relative/"},
-                                                                    {"/no/such", "/no/such/"}};
-    for (const auto& [value, expected] : cases) {
-        const EnvironmentVariable variable("TMPDIR", value);
-        EXPECT_EQ(GetTemporaryFolder(), expected);
+    for (const std::string value : {"/a", "/a b/c", "relative", "/no/such"}) {
+        const EnvironmentVariable variable("TMPDIR", value.c_str());
+        EXPECT_EQ(GetTemporaryFolder(), value + '/');
+        const EnvironmentVariable withSlash("TMPDIR", (value + '/').c_str());
+        EXPECT_EQ(GetTemporaryFolder(), value + '/');
     }
 }
 
-/// The folder of a user that nobody is, so that no one's own folder is touched.
-class PrivateTemporaryFolder : public testing::Test {
-protected:
-    PrivateTemporaryFolder() { fs::remove_all(folder); }
-    ~PrivateTemporaryFolder() override { fs::remove_all(folder); }
-
-    void SetUp() override {
-        if (getuid() != 0) {
-            GTEST_SKIP() << "only root can become another user";
-        }
+TEST(HostPlatformDeathTest, PrivateTemporaryFolderIsUsedWhenNobodyElseCanHaveMadeIt) {
+    if (getuid() != 0) {
+        GTEST_SKIP() << "only root can become a user that nobody is, whose folder is no one's own";
     }
-
-    /// What the library answers to that user.
-    void ExpectAnswer(const std::string& answer) const {
-        const auto tellAnswer = [this] {
-            std::cerr << (setuid(user) == 0 ? GetTemporaryFolder() : "still root");
-            _exit(0);
-        };
-        EXPECT_EXIT(tellAnswer(), testing::ExitedWithCode(0), '^' + answer + '$');
-    }
-
-    void GiveToUser() const { ASSERT_EQ(lchown(folder.c_str(), user, user), 0); }
-
     const uid_t user = 60000 + static_cast<uid_t>(getpid()) % 4000;
     const std::string folder = "/tmp/tolvex-" + std::to_string(user);
-};
-using PrivateTemporaryFolderDeathTest = PrivateTemporaryFolder;
-
-TEST_F(PrivateTemporaryFolderDeathTest, IsMadeForTheUserAlone) {
-    for (const char* unset : {static_cast<const char*>(nullptr), ""}) {
+    const auto answerIs = [user](const std::string& answer) {
+        const auto ask = [user] { std::cerr << (setuid(user) == 0 ? GetTemporaryFolder() : "root"), _exit(0); };
+        EXPECT_EXIT(ask(), testing::ExitedWithCode(0), '^' + answer + '$');
+    };
+    fs::remove_all(folder);
+    for (const char* unset : {"", static_cast<const char*>(nullptr)}) {
         const EnvironmentVariable variable("TMPDIR", unset);
-        ExpectAnswer(folder + '/');
-        ExpectAnswer(folder + '/'); // again, now that it is there
-        struct stat status {};
-        ASSERT_EQ(lstat(folder.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode, S_IFDIR | 0700U);
-        EXPECT_EQ(status.st_uid, user);
-        fs::remove_all(folder);
+        answerIs(folder + '/'); // made, and then found
+        EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
     }
-}
-
-TEST_F(PrivateTemporaryFolderDeathTest, IsNotUsedWhenSomebodyElseMayHaveMadeIt) {
     const EnvironmentVariable variable("TMPDIR", nullptr);
-
-    fs::create_directory(folder); // root's
-    fs::permissions(folder, fs::perms::owner_all);
-    ExpectAnswer("/tmp/");
-    GiveToUser();
-    ExpectAnswer(folder + '/');
-    for (const fs::perms openToOthers : {fs::perms::group_read, fs::perms::others_write, fs::perms::others_exec}) {
-        fs::permissions(folder, fs::perms::owner_all | openToOthers);
-        ExpectAnswer("/tmp/");
+    for (const auto open : {fs::perms::group_read, fs::perms::others_write, fs::perms::others_exec}) {
+        fs::permissions(folder, fs::perms::owner_all | open);
+        answerIs("/tmp/");
     }
-
     fs::remove(folder);
-    fs::create_directory_symlink("/tmp", folder);
-    GiveToUser();
-    ExpectAnswer("/tmp/");
-
+    umask(077);
+    fs::create_directory(folder);
+    answerIs("/tmp/"); // root's
+    const std::string elsewhere = folder + "-elsewhere";
+    fs::rename(folder, elsewhere);
+    fs::create_symlink(elsewhere, folder);
+    EXPECT_EQ(chown(elsewhere.c_str(), user, user) + lchown(folder.c_str(), user, user), 0);
+    answerIs("/tmp/"); // a link to a folder of the user's
+    fs::remove(elsewhere);
     fs::remove(folder);
-    fclose(fopen(folder.c_str(), "w"));
-    fs::permissions(folder, fs::perms::owner_all);
-    GiveToUser();
-    ExpectAnswer("/tmp/");
+    std::ofstream(folder) << "";
+    EXPECT_EQ(chown(folder.c_str(), user, user), 0);
+    answerIs("/tmp/"); // a file
+    fs::remove(folder);
+    umask(022);
 }
 
 TEST(HostPlatform, ExecutablePathNeedsRoomForItsTerminator) {
     const std::string path = fs::read_symlink("/proc/self/exe").string();
     const auto length = static_cast<std::uint32_t>(path.size());
-    std::string buffer(2000, '#');
-    for (const std::uint32_t size : {0U, 1U, length}) {
-        EXPECT_EQ(GetExecutablePath(buffer.data(), size), -1);
-        EXPECT_EQ(buffer, std::string(2000, '#'));
-    }
-    for (const std::uint32_t size : {length + 1, 2000U}) {
-        buffer.assign(2000, '#');
-        EXPECT_EQ(GetExecutablePath(buffer.data(), size), 0);
-        EXPECT_EQ(buffer, path + '\0' + std::string(2000 - length - 1, '#'));
+    for (const std::uint32_t size : {0U, 1U, length, length + 1, 2000U}) {
+        std::string buffer(2000, '#');
+        const bool fits = size > length;
+        EXPECT_EQ(GetExecutablePath(buffer.data(), size), fits ? 0 : -1);
+        EXPECT_EQ(buffer, fits ? path + '\0' + std::string(1999 - length, '#') : std::string(2000, '#'));
     }
 }
-
-TEST(HostPlatform, ErrorStreamIsTheStandardOne) { EXPECT_EQ(&ErrorStream(), &std::cerr); }
 
 } // namespace

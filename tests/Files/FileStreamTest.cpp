@@ -1,0 +1,182 @@
+#include "FrameworkBase/Files/FileStream.h"
+
+#include "FrameworkBase/Files/FileHandle.h"
+#include "tests/support/DiskTest.h"
+#include "tests/support/MemoryStream.h"
+
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+using FlapFiles::CFile;
+using FlapFiles::CFileBase;
+
+namespace {
+
+constexpr long long seekFailed = 4294967295;
+constexpr long long fourGiB = 1LL << 32;
+
+struct FileStream : DiskTest {
+    /// Opens `file` on a new file of this content, for reading and writing.
+    void Open(const std::string& content) {
+        file.DoCreate(MakeFile("f", content).c_str(), GENERIC_READ | GENERIC_WRITE, 0, OPEN_EXISTING);
+    }
+
+    CFile file;
+};
+
+TEST_F(FileStream, WritesReadsAndMoves) {
+    Open("");
+    EXPECT_EQ(file.Write("0123456789", 10), 10);
+    EXPECT_TRUE(file.Flush());
+    EXPECT_EQ(Content(Path("f")), "0123456789");
+    EXPECT_EQ(file.GetCurrentPosition(), 10);
+    EXPECT_EQ(file.Seek(2, SEEK_SET), 2);
+    EXPECT_EQ(file.Seek(3, SEEK_CUR), 5);
+    EXPECT_EQ(file.Seek(-4, SEEK_END), 6);
+    EXPECT_EQ(file.GetSizeLeft(), 4);
+    char text[] = "..........";
+    EXPECT_EQ(file.Read(text, fourGiB + 3), 3) << "the low 32 bits of the size count";
+    EXPECT_STREQ(text, "678.......");
+    EXPECT_EQ(file.Read(text, 10), 1);
+    EXPECT_EQ(file.Seek(fourGiB, SEEK_SET), fourGiB);
+    EXPECT_EQ(file.GetSizeLeft(), 10 - fourGiB);
+    EXPECT_EQ(file.Seek(-1, SEEK_SET), seekFailed);
+    EXPECT_TRUE(file.Close());
+}
+
+TEST_F(FileStream, ClosedFile) {
+    for (int openings = 0; openings < 2; ++openings) {
+        EXPECT_EQ(file.handle, nullptr);
+        EXPECT_EQ(file.GetCurrentPosition(), seekFailed);
+        EXPECT_EQ(file.GetSizeLeft(), 0);
+        EXPECT_EQ(file.Write("ab", 0), 0);
+        EXPECT_EQ(MessageOf([&] { file.Write("ab", 2); }), "Error writing to file");
+        EXPECT_TRUE(file.Flush());
+        EXPECT_FALSE(file.Close());
+        Open("");
+        EXPECT_TRUE(file.Close());
+    }
+}
+
+TEST_F(FileStream, WriteThatDoesNotTakeAllThrows) {
+    Open("");
+    for (const long long size : {fourGiB, fourGiB + 2}) {
+        EXPECT_EQ(MessageOf([&] { file.Write("ab", size); }), "Error writing to file");
+    }
+    EXPECT_TRUE(file.Close());
+    file.DoCreate("/dev/full", GENERIC_WRITE, 0, OPEN_EXISTING);
+    EXPECT_EQ(MessageOf([&] { file.Write(std::string(1 << 20, 'x').data(), 1 << 20); }), "Error writing to file");
+    MemoryStream other;
+    other.largestWrite = 7;
+    EXPECT_EQ(MessageOf([&] { other.WriteData(1LL); }), "Error writing data");
+    file.Close();
+}
+
+TEST_F(FileStream, OpeningReplacesTheHandleWhateverComesOfIt) {
+    Open("first");
+    std::FILE* const first = CFile(file).handle; // destructors close nothing
+    Open("second");
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(CloseHandle(first), 1);
+    const auto open = [this](unsigned int access) { file.DoCreate(Path("no").c_str(), access, 0, CREATE_ALWAYS + 3); };
+    EXPECT_EQ(MessageOf([&] { open(GENERIC_READ); }), "Error opening file");
+    EXPECT_EQ(MessageOf([&] { open(GENERIC_WRITE); }), "Unsupported");
+    EXPECT_EQ(file.handle, INVALID_HANDLE_VALUE);
+    EXPECT_FALSE(file.Close());
+    EXPECT_EQ(file.handle, nullptr);
+}
+
+TEST_F(FileStream, CloneSharesTheStream) {
+    Open("0123");
+    const std::unique_ptr<CFileBase> clone(file.Clone());
+    EXPECT_EQ(clone->Seek(3, SEEK_SET), 3);
+    EXPECT_EQ(file.GetCurrentPosition(), 3);
+    EXPECT_EQ(dynamic_cast<CFile&>(*clone).handle, file.handle);
+    EXPECT_TRUE(clone->Close());
+    EXPECT_NE(file.handle, nullptr) << "closed under it";
+}
+
+TEST_F(FileStream, IntegersMoveAsTheirBytes) {
+    Open("");
+    file.WriteData(-2);
+    file.WriteData(0x0102030405060708LL);
+    file.Flush();
+    EXPECT_EQ(Content(Path("f")), "\xFE\xFF\xFF\xFF\x8\x7\x6\x5\x4\x3\x2\x1");
+    int number = 0;
+    long long longNumber = 0;
+    file.Seek(0, SEEK_SET);
+    file.ReadData(number);
+    file.ReadData(longNumber);
+    EXPECT_TRUE(number == -2 && longNumber == 0x0102030405060708);
+    file.Seek(-2, SEEK_END);
+    EXPECT_EQ(MessageOf([&] { file.ReadData(number); }), "Error reading data");
+    EXPECT_EQ(number, static_cast<int>(0xFFFF0102)) << "the bytes that came are kept";
+    file.Seek(-7, SEEK_END);
+    EXPECT_EQ(MessageOf([&] { file.ReadData(longNumber); }), "Error reading data");
+    EXPECT_TRUE(file.Close());
+}
+
+/// The place of a virtual function in its class's table, which modules built earlier rely on.
+template <class Function>
+std::size_t Slot(Function function) {
+    std::size_t offsetPlusOne = 0;
+    std::memcpy(&offsetPlusOne, &function, sizeof offsetPlusOne);
+    return (offsetPlusOne - 1) / sizeof(void*);
+}
+
+TEST(FileStreamLayout, VirtualFunctionsKeepTheirPlaces) {
+    const std::vector<std::size_t> firstSlots = {Slot(&CFileBase::Write), Slot(&CFileBase::Read),
+                                                 Slot(&CFileBase::Seek)};
+    EXPECT_EQ(firstSlots, (std::vector<std::size_t>{0, 1, 2})); // then the two forms of the destructor
+    EXPECT_EQ(Slot(&CFileBase::GetCurrentPosition), 5U);
+    EXPECT_EQ(Slot(&CFileBase::Clone), 6U);
+    EXPECT_EQ(Slot(&CFileBase::GetSizeLeft), 7U);
+    EXPECT_EQ(Slot(&CFileBase::Close), 8U);
+    EXPECT_EQ(Slot(&CFileBase::Flush), 9U);
+    EXPECT_EQ(Slot(&TolvexException::KeyFunction), 2U);
+}
+
+TEST_F(FileStream, DeSerializeStringReadsAsFarAsTheBytesGo) {
+    const std::string x1024(1024, 'x');
+    const struct {
+        int length;
+        std::string body, text;
+        std::size_t bytesRead;
+    } cases[] = {{4, {"abc\0next", 8}, "abc", 4},
+                 {6, {"a\0b\xFF\0c", 6}, "a", 6},
+                 {2, "abc", "ab", 2},
+                 {0, "abc", "", 0},
+                 {10, "abc", "", 3},
+                 {-1, "abc", "", 0},
+                 {std::numeric_limits<int>::max(), "abc", "", 3},
+                 {1024, x1024 + "y", x1024, 1024},
+                 {1025, x1024 + "y", x1024 + "y", 1025},
+                 {1025, x1024, "", 1024}};
+    for (const auto& [length, body, text, bytesRead] : cases) {
+        MemoryStream stream;
+        stream.WriteData(length);
+        stream.content += body;
+        EXPECT_EQ(DeSerializeString(stream), text) << length;
+        EXPECT_EQ(stream.position, 4 + bytesRead);
+        Open(stream.content);
+        EXPECT_EQ(DeSerializeString(file), text);
+        EXPECT_EQ(file.GetCurrentPosition(), static_cast<long long>(4 + bytesRead));
+        EXPECT_TRUE(file.Close());
+    }
+}
+
+TEST(DeSerializeString, SwallowsStandardExceptionsOnly) {
+    for (const long long failingRead : {4, 9}) { // the length, and the text
+        const auto read = [failingRead](const auto& exception) {
+            MemoryStream stream(std::string("\x9\0\0\0take.wav\0", 13));
+            stream.beforeRead = [&](long long size) { size == failingRead ? throw exception : void(); };
+            return DeSerializeString(stream);
+        };
+        EXPECT_EQ(read(std::bad_alloc()) + read(std::runtime_error("damaged")), "");
+        EXPECT_EQ(MessageOf([&] { read(TolvexException("Error reading data")); }), "Error reading data");
+        EXPECT_THROW(read(5), int);
+    }
+}
+
+} // namespace
