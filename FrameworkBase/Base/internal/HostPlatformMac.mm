@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <algorithm>
 #include <iostream>
 #include <mach-o/dyld.h>
 #include <mach/clock.h>
@@ -31,26 +32,48 @@ std::string GetTemporaryFolder() {
     }
 }
 
+namespace {
+
+// Foundation takes a byte-order mark for a mark, and drops it, at the start of a text only. So texts are converted
+// behind this character.
+constexpr char guard = '.';
+
+constexpr bool IsCodePoint(char32_t value) { return value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF); }
+
+} // namespace
+
 std::wstring WideFromUtf8(const char* text) {
+    std::wstring wide;
     @autoreleasepool {
-        NSData* data = [[NSString stringWithUTF8String:text] dataUsingEncoding:NSUTF32LittleEndianStringEncoding];
-        if (data == nil) {
-            return {};
-        }
-        return {static_cast<const wchar_t*>([data bytes]), [data length] / sizeof(wchar_t)};
+        const std::string guarded = std::string(1, guard) + text;
+        NSData* data =
+            [[NSString stringWithUTF8String:guarded.c_str()] dataUsingEncoding:NSUTF32LittleEndianStringEncoding];
+        wide.resize([data length] / sizeof(wchar_t));
+        [data getBytes:wide.data() length:wide.size() * sizeof(wchar_t)];
     }
+    wide.erase(0, 1);
+    // A text that Foundation repaired instead of refusing it does not come back.
+    return Utf8FromWide(wide.data(), wide.size()) == text ? wide : std::wstring();
 }
 
 std::string Utf8FromWide(const wchar_t* text, std::size_t length) {
-    @autoreleasepool {
-        NSString* string = [[NSString alloc] initWithBytes:text
-                                                    length:length * sizeof(wchar_t)
-                                                  encoding:NSUTF32LittleEndianStringEncoding];
-        const char* utf8 = [string UTF8String];
-        std::string result = utf8 == nullptr ? "" : utf8;
-        [string release];
-        return result;
+    std::wstring guarded(1, guard);
+    guarded.append(text, length);
+    const auto isCodePoint = [](wchar_t value) { return IsCodePoint(static_cast<char32_t>(value)); };
+    if (!std::all_of(guarded.begin(), guarded.end(), isCodePoint)) {
+        return {};
     }
+    std::string utf8;
+    @autoreleasepool {
+        NSString* string = [[[NSString alloc] initWithBytes:guarded.data()
+                                                     length:guarded.size() * sizeof(wchar_t)
+                                                   encoding:NSUTF32LittleEndianStringEncoding] autorelease];
+        if (const char* bytes = [string UTF8String]) {
+            utf8 = bytes;
+        }
+    }
+    utf8.erase(0, 1);
+    return utf8;
 }
 
 } // namespace Tolvex::HostPlatform
