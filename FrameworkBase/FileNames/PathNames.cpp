@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cwchar>
 #include <memory>
 
 namespace Tolvex::FileNames {
@@ -100,7 +101,8 @@ std::vector<wchar_t> GetShellWString(std::string path) {
     result.reserve(bytes.size());
     wchar_t character = 0;
     for (const char& byte : bytes) {
-        [[maybe_unused]] const int ignored = std::mbtowc(&character, &byte, 1);
+        std::mbstate_t state{}; // of its own for each byte, so that the rest of a character does not join its start
+        [[maybe_unused]] const std::size_t ignored = std::mbrtowc(&character, &byte, 1, &state);
         result.push_back(character);
     }
     return result;
