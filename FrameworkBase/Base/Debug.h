@@ -44,7 +44,7 @@ FRAMEWORKBASE_EXPORT void OutputDebugString(const char* str);
 ///
 /// It is active in release builds, and every call allocates a buffer and flushes the stream: not for hot paths. A
 /// text that can never be formatted (a wide character without a form in the locale) is tried with ever larger
-/// buffers until `std::bad_alloc` or `std::length_error` is thrown.
+/// buffers until `std::bad_alloc` is thrown.
 FRAMEWORKBASE_EXPORT void TraceRelease(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Does nothing on this platform.

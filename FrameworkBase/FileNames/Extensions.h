@@ -10,8 +10,9 @@ namespace Tolvex::FileNames {
 /// Texts in, texts out; the disk is not touched, nothing fails, and everything is callable from any thread. Only
 /// "/" separates. An extension is passed with its leading dot and appended as it is, unless said otherwise.
 ///
-/// What counts as an extension differs from function to function, and callers rely on each of them. Two rules occur:
-/// the last dot of the whole text, or the last dot provided that no "/" follows it, the last dot of the file name.
+/// What counts as an extension differs from function to function, and callers rely on each of them. Two rules occur
+/// where a dot has to be chosen: the last of the whole text, or the last provided that no "/" follows it, the last of
+/// the file name.
 /// @{
 
 /// The text from the last dot of the file name on, the dot included. The whole name when there is none:

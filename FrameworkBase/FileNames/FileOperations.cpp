@@ -6,8 +6,10 @@
 #include "FrameworkBase/FileNames/internal/PathComponents.h"
 #include "FrameworkBase/Files/internal/ReadProbe.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
@@ -156,7 +158,9 @@ public:
         : length(static_cast<std::size_t>(std::snprintf(path.data(), path.size(), "%s/%s", folder, name))) {}
 
     const char* Text() const { return path.data(); }
-    bool IsCut() const { return length >= path.size(); }
+
+    /// Whether it is the entry's path, and one that the system takes.
+    bool IsWhole() const { return length < std::min<std::size_t>(path.size(), PATH_MAX); }
 
 private:
     std::array<char, 1040> path;
@@ -174,9 +178,9 @@ EntryKind KindByStatus(const char* path) {
     return S_ISDIR(status.st_mode) ? EntryKind::Folder : EntryKind::File;
 }
 
-/// KindByStatus without the call where the reported type and an uncut path leave no doubt.
+/// KindByStatus without the call where the reported type and a whole path leave no doubt.
 EntryKind Kind(const dirent& entry, const ChildPath& child) {
-    if (child.IsCut() || entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN) {
+    if (!child.IsWhole() || entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN) {
         return KindByStatus(child.Text());
     }
     return entry.d_type == DT_DIR ? EntryKind::Folder : EntryKind::File;
@@ -200,10 +204,10 @@ void remove_dir_content(const char* folder, int depth) {
             case EntryKind::None:
                 break;
             case EntryKind::File:
-                if (child.IsCut()) {
-                    unlink(child.Text());
-                } else {
+                if (child.IsWhole()) {
                     unlinkat(dirfd(stream.get()), entry->d_name, 0); // the same file, found without walking the path
+                } else {
+                    unlink(child.Text());
                 }
                 break;
             case EntryKind::Folder:

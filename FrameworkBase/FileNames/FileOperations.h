@@ -53,11 +53,15 @@ FRAMEWORKBASE_EXPORT void CopyFolder(std::string source, std::string destination
 ///
 /// - a folder is copied with CopyFolder, and then the old one is removed whatever the copy achieved, by
 ///   remove_dir_content with its limits;
-/// - for a file, whatever can be read at `to` is copied over `from`, AND WITH NOTHING THERE THE FILE IS LOST: `from` is
-///   removed and nothing is at `to`. Move files between volumes with CopyFile and DeleteFileA instead.
+/// - for a file, the file that can be read at `to` is copied over `from`, AND WITH NO SUCH FILE THERE, OR A FOLDER, THE
+///   FILE IS LOST: `from` is removed and `to` is as it was. Move files between volumes with CopyFile and DeleteFileA
+///   instead.
+///
+/// A folder must not be moved into itself: see CopyFolder.
 ///
 ///     file on one volume                              => moved, replacing a file at `to`
 ///     file to another volume, nothing at `to`         => gone
+///     file onto a folder                              => gone
 ///     missing `from`, readable file at `to`           => `from` becomes a copy of it
 ///     folder to another volume                        => copied, old one removed
 FRAMEWORKBASE_EXPORT void Rename(std::string from, std::string to);
@@ -82,8 +86,8 @@ FRAMEWORKBASE_EXPORT int TolvexSetCurrentDirectory(const char* path);
 /// - With `folder` as level 0, folders down to level 20 are emptied. Of what lies at level 21 files and empty folders go
 ///   and other folders stay; deeper levels are not looked at. With a relative `folder` the empty folders at level 21
 ///   stay too.
-/// - A LINK TO A FOLDER IS FOLLOWED: what is in that folder is deleted. The folder itself stays, empty, and so does the
-///   link. A link that leads nowhere stays.
+/// - A LINK TO A FOLDER IS FOLLOWED: what is in that folder is deleted, and the link. The folder itself stays, empty. A
+///   link that leads nowhere stays.
 /// - Paths are cut after 1039 bytes.
 FRAMEWORKBASE_EXPORT void remove_dir_content(const char* folder, int depth);
 

@@ -37,7 +37,7 @@ namespace Tolvex {
 /// @addtogroup known_folders
 /// @{
 
-/// The full path of the running executable, not resolved, into `buffer`, which has room for 1040 bytes. 0 on success,
+/// The full path of the running executable, as the system gives it, into `buffer`, which has room for 1040 bytes. 0 on success,
 /// -1 when it does not fit.
 FRAMEWORKBASE_EXPORT int MacGetExecutablePath(char* buffer);
 

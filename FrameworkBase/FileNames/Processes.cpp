@@ -2,6 +2,7 @@
 
 #include "FrameworkBase/Base/internal/DateTime.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,7 +48,8 @@ HANDLE LaunchProcess(std::string program, std::vector<std::string>& arguments) {
     pid_t child = StartSharingMemory(program.c_str(), texts.data(), failed);
     if (failed) {
         // A child that shares the caller's stack must not return to the caller, so one with a stack of its own does.
-        waitpid(child, nullptr, 0);
+        while (waitpid(child, nullptr, 0) == -1 && errno == EINTR) {
+        }
         child = fork();
         if (child == 0) {
             execv(program.c_str(), texts.data());

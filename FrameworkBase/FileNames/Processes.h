@@ -33,7 +33,7 @@ FRAMEWORKBASE_EXPORT HANDLE LaunchProcess(std::string program, std::vector<std::
 ///
 /// -1 waits without end, AND REAPS EVERY OTHER CHILD of the caller that ends meanwhile; it never returns for a process
 /// that is not a child of the caller or has been waited for already, and neither does it sleep then. Callers with
-/// several children pass a time-out.
+/// several children pass a time-out. Do not wait for the handle with all bits set: it stands for any child.
 ///
 /// The time is looked at after every 200 rounds of one millisecond's sleep each: any time-out, 0 and negative ones
 /// included, lasts at least 200 milliseconds and may overrun by as much. Callable from any thread.

@@ -44,7 +44,7 @@ namespace Tolvex::FileNames {
 /// Only a leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
 ///
 ///     ("", any)               => ""
-///     ("/tmp/../etc", any)    => "/etc"
+///     ("/usr/bin/..", any)    => "/usr"
 ///     ("a.wav", "/new/song")  => "/new/song/a.wav"     while nothing exists there
 ///     ("a.wav", "")           => "a.wav"               or resolved, if it exists
 ///

@@ -66,8 +66,8 @@ extern template void CFileBase::WriteData<long long>(const long long& value);
 class FRAMEWORKBASE_EXPORT CFile : public CFileBase {
 public:
     /// Opens `fileName` as CreateFile does with the same access and disposition; `shareMode` is ignored. A stream that
-    /// is open already is forgotten, not closed. Throws TolvexException with "Error opening file", after which the
-    /// object counts as not open, or with "Unsupported".
+    /// is open already is forgotten, not closed. Throws TolvexException with "Error opening file", after which only
+    /// Close, DoCreate and Clone may be called, or with "Unsupported", after which the object is as it was.
     void DoCreate(const char* fileName, unsigned int desiredAccess, unsigned int shareMode,
                   unsigned int creationDisposition);
 

@@ -25,10 +25,11 @@ FRAMEWORKBASE_EXPORT std::string GetTrashFolderPath();
 ///
 ///     "/a/song.wav", then "/b/song.wav" => "song.wav", "song1.wav" in the trash
 ///     "/a/README", then "/b/README"     => "README", "README1"
+///     "/a/.hidden"                      => "1": a name that is all extension is left with the number
 ///
 /// The item is moved by Rename, so A FILE FROM ANOTHER VOLUME IS LOST. The entry is recorded even when the move failed.
 ///
-/// With `loadDatabase` false the caller has loaded the database: for use inside the library.
+/// With `loadDatabase` false the database is neither loaded nor saved: for callers inside the library.
 FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadDatabase);
 
 /// With `permanently`, deletes the folder `path` with remove_dir_content, whose limits apply. Otherwise moves it into the
@@ -46,9 +47,9 @@ FRAMEWORKBASE_EXPORT bool PutBack(std::string trashPath);
 
 /// Gives every file of `folder` the time of now in the database, recording those that are not, AND REPLACES where each
 /// came from by its bare name, so that it can no longer be put back. Subfolders are then looked up by their bare names,
-/// in the working directory of the process and not in `folder`: only the top level is reliably touched. Must not be
-/// called where such a subfolder holds a folder of its own name: it would not end. Neither loads nor saves the
-/// database.
+/// in the working directory of the process and not in `folder`: only the top level is reliably touched. Where
+/// those lookups lead in a circle (a folder there that holds one of its own name) it does not end. Neither loads nor
+/// saves the database.
 FRAMEWORKBASE_EXPORT void TouchFolder(std::string folder);
 
 /// @}

@@ -13,7 +13,7 @@
 /// it is empty, on that same thread. Nobody can join it, so wait for the callback before the process ends. An exception
 /// out of the callback ends the process.
 ///
-/// Throws `std::system_error` when no thread can be made; nothing has happened then. Not while another trash operation
+/// Throws `std::system_error` when no thread can be made; nothing is purged then. Not while another trash operation
 /// or cleanup is at work.
 FRAMEWORKBASE_EXPORT void CleanupTrashFolder(bool all, std::function<void()> callback);
 
@@ -32,8 +32,8 @@ FRAMEWORKBASE_EXPORT bool CleanupTrashFolder(std::string folder, bool all);
 /// cannot be opened holds nothing. Callable from any thread.
 FRAMEWORKBASE_EXPORT bool HasFiles(std::string folder, int depth);
 
-/// Deletes each folder directly in `folder` that holds no file at any depth, down to 50 levels. Callable from any
-/// thread.
+/// Deletes, with remove_dir_content and its limits, each folder directly in `folder` for which HasFiles is false.
+/// Callable from any thread.
 FRAMEWORKBASE_EXPORT void CheckDeleteEmptyFolders(std::string folder);
 
 /// @}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -30,12 +31,8 @@ long long BufferedFile::Read(void* data, long long size) {
     auto* to = static_cast<char*>(data);
     auto left = static_cast<std::size_t>(size);
     while (left > 0) {
-        if (next == end) {
-            next = 0;
-            end = static_cast<std::size_t>(target.Read(buffer.get(), capacity));
-            if (end == 0) {
-                break;
-            }
+        if (next == end && !ReadPiece()) {
+            break;
         }
         const std::size_t count = std::min(left, end - next);
         std::memcpy(to, buffer.get() + next, count);
@@ -58,6 +55,16 @@ bool BufferedFile::Close() {
 bool BufferedFile::Flush() {
     WritePending();
     return target.Flush();
+}
+
+bool BufferedFile::ReadPiece() {
+    if (std::exchange(pieceWasShort, false)) {
+        return false;
+    }
+    next = 0;
+    end = static_cast<std::size_t>(target.Read(buffer.get(), capacity));
+    pieceWasShort = end > 0 && end < capacity;
+    return end > 0;
 }
 
 void BufferedFile::WritePending() {

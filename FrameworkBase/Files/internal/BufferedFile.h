@@ -24,9 +24,14 @@ public:
 private:
     void WritePending();
 
+    /// Reads the next piece. False when nothing came, and once after each short piece: a field that reaches beyond the
+    /// end or a fault of `target` comes short, as it would without a buffer, and the next field tries again.
+    bool ReadPiece();
+
     FlapFiles::CFileBase& target;
     std::unique_ptr<char[]> buffer;
     std::size_t pending = 0; ///< bytes written here that `target` has yet to take
     std::size_t next = 0;    ///< where the next byte is read from
     std::size_t end = 0;     ///< where the bytes that `target` gave end
+    bool pieceWasShort = false;
 };

@@ -24,7 +24,8 @@ public:
     void Load(std::string trashFolder);
 
     /// Writes the map to the file and empties it. When that fails the map stays, the file keeps what was written, its
-    /// stream stays open, and nothing is told.
+    /// stream stays open, and nothing is told. A failure that shows only when the file is closed (the last bytes, on a
+    /// full disk) counts as none.
     void Unload();
 
     /// Records, with the time of now, that the item at `trashPath` came from `originalPath`.
