@@ -12,6 +12,10 @@
 #endif
 
 /// @addtogroup runtime
+/// What the application sets once for all of its modules, and what it can ask about where it runs.
+///
+/// The variables are plain: the application that sets one while other threads read it orders those accesses itself. The
+/// library reads `Tolvex::pathFolderOverride` and `TolvexDip` only.
 /// @{
 
 #ifndef __APPLE__
@@ -26,9 +30,6 @@ struct os_workgroup_join_token_opaque_s;
 /// Identifies an open file (its C stream), a child process (the process id, sign-extended, in the pointer's bits) or
 /// a thread. Null means that there is none.
 using HANDLE = std::FILE*;
-
-// The variables below are plain: the application that sets one while other threads read it orders those accesses
-// itself. The library reads `Tolvex::pathFolderOverride` and `TolvexDip` only.
 
 extern "C" {
 
