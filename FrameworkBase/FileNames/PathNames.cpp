@@ -24,6 +24,9 @@ Text TextAfterLastSeparator(Text path) {
     return path;
 }
 
+/// The one place for a rule about letter case. There is none: names are compared as they are stored.
+void FoldCase(std::string& /*path*/) {}
+
 } // namespace
 
 std::string path_rimuovifilename(std::string path) {
@@ -69,16 +72,26 @@ std::string NormalizePath(std::string path) {
     return path;
 }
 
-std::string NormalizePathCase(std::string path) { return path; }
+std::string NormalizePathCase(std::string path) {
+    FoldCase(path);
+    return path;
+}
 
 bool CompareNormalizedPaths(std::string a, std::string b) {
-    return NormalizePathCase(std::move(a)) == NormalizePathCase(std::move(b));
+    FoldCase(a);
+    FoldCase(b);
+    return a == b;
 }
 
 bool IsPathBelow(std::string path, std::string folder) {
-    path = NormalizePathCase(std::move(path));
-    folder = CheckFolderHasSeparator(NormalizePathCase(std::move(folder)));
-    return path.compare(0, folder.size(), folder) == 0;
+    FoldCase(path);
+    FoldCase(folder);
+    if (folder.empty()) {
+        return true;
+    }
+    // Without the separator at its end, which a folder need not have.
+    const std::size_t length = folder.back() == '/' ? folder.size() - 1 : folder.size();
+    return path.size() > length && path[length] == '/' && path.compare(0, length, folder, 0, length) == 0;
 }
 
 std::string ConvertPathToLocalSystem(std::string path) {
