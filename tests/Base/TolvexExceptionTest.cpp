@@ -1,12 +1,12 @@
-#include "FrameworkBase/Base/TolvexException.h"
+#include "tests/support/MemoryStream.h"
 
-#include <exception>
+#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <typeinfo>
 
 namespace {
 
-static_assert(!std::is_convertible_v<TolvexException*, std::exception*> &&
-              std::has_virtual_destructor_v<TolvexException>);
+static_assert(!std::is_convertible_v<TolvexException*, std::exception*>);
 static_assert(sizeof(TolvexException) == sizeof(void*) + sizeof(std::string)); // other modules make them
 
 TEST(TolvexException, HoldsACopyOfItsText) {
@@ -16,10 +16,21 @@ TEST(TolvexException, HoldsACopyOfItsText) {
     const TolvexException copy = exception;
     exception.message += '!';
     exception.KeyFunction();
-    EXPECT_EQ(exception.message, "Error opening file!");
+    EXPECT_EQ(exception.message, copy.message + '!');
     EXPECT_EQ(copy.message, "Error opening file");
-    EXPECT_EQ(TolvexException("").message, "");
-    EXPECT_EQ(TolvexException(nullptr).message, "");
+    EXPECT_EQ(TolvexException("").message + TolvexException(nullptr).message, "");
+}
+
+TEST(TolvexException, LibraryModuleAndProgramCatchWhatTheOthersThrow) {
+    void* const module = dlopen(EXCEPTION_MODULE, RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(module, nullptr) << dlerror();
+    using Rethrow = void(void (*)(), const std::type_info*&);
+    auto* const rethrow = reinterpret_cast<Rethrow*>(dlsym(module, "Rethrow"));
+    const std::type_info* caught = nullptr;
+    const auto openMissingFile = [] { FlapFiles::CFile().DoCreate("/no/such/file", 0, 0, 0); };
+    EXPECT_EQ(MessageOf([&] { rethrow(openMissingFile, caught); }), "[Error opening file]");
+    EXPECT_EQ(MessageOf([&] { rethrow([] { throw TolvexException("ours"); }, caught); }), "[ours]");
+    EXPECT_EQ(caught, &typeid(TolvexException)) << "a type record for each module";
 }
 
 } // namespace

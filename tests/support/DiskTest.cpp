@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -14,60 +13,50 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Every test begins with these, each empty but for the others, and open to the user that AsOrdinaryUser becomes.
-const std::set<std::string> sandboxFolders = {"home", "home/Library", "home/Library/Application Support",
-                                              "test", "tmp",          "work"};
+fs::path sandbox;
 
-struct Sandbox {
-    Sandbox() {
-        std::string name = fs::canonical(fs::temp_directory_path()) / "frameworkbase-tests-XXXXXX";
-        EXPECT_NE(mkdtemp(name.data()), nullptr) << name;
-        root = name;
-        fs::permissions(root, fs::perms(0711));
-        setenv("HOME", (root / "home").c_str(), 1);
-        setenv("TMPDIR", (root / "tmp").c_str(), 1);
-        umask(022);
+/// Empties the sandbox but for the folders that every test begins with.
+void RestoreSandbox() {
+    fs::current_path("/");
+    fs::remove_all(sandbox);
+    umask(0); // open to the user that AsOrdinaryUser becomes
+    for (const char* name : {"home/Library/Application Support", "test", "tmp", "work"}) {
+        fs::create_directories(sandbox / name);
     }
-    ~Sandbox() {
-        if (getpid() == owner) { // not in a child that exits
-            fs::current_path("/");
-            fs::remove_all(root);
-        }
-    }
-
-    fs::path root;
-    const pid_t owner = getpid();
-};
-
-const fs::path& SandboxRoot() {
-    static const Sandbox sandbox;
-    return sandbox.root;
+    umask(022);
+    fs::current_path(sandbox / "work");
 }
 
-void RestoreSandbox() {
-    for (const auto& entry : fs::directory_iterator(SandboxRoot())) {
-        fs::remove_all(entry);
+void Account(std::set<std::string>& accounted, fs::path path) {
+    for (; path.has_relative_path(); path = path.parent_path()) {
+        accounted.insert(path);
     }
-    for (const std::string& name : sandboxFolders) {
-        fs::create_directory(SandboxRoot() / name);
-        fs::permissions(SandboxRoot() / name, fs::perms::all);
-    }
-    fs::current_path(SandboxRoot() / "work");
 }
 
 void ExpectNothingLeftBehind(std::set<std::string> accounted) {
-    for (const std::string& name : sandboxFolders) {
-        accounted.insert(SandboxRoot() / name);
+    for (const char* name : {"home/Library/Application Support/Tolvex Studio 10", "test", "tmp", "work"}) {
+        Account(accounted, sandbox / name);
     }
-    accounted.insert(SandboxRoot() / "home/Library/Application Support/Tolvex Studio 10");
-    for (const auto& entry : fs::recursive_directory_iterator(SandboxRoot())) {
+    for (const auto& entry : fs::recursive_directory_iterator(sandbox)) {
         EXPECT_EQ(accounted.count(entry.path()), 1U) << "left behind: " << entry.path();
     }
 }
 
 struct SandboxEnvironment : testing::Environment {
-    void SetUp() override { RestoreSandbox(); }
-    void TearDown() override { ExpectNothingLeftBehind({}); }
+    void SetUp() override {
+        if (sandbox.empty()) { // the library asks for "HOME" once in a process
+            std::string name = fs::canonical(fs::temp_directory_path()) / "frameworkbase-tests-XXXXXX";
+            sandbox = mkdtemp(name.data());
+            setenv("HOME", (sandbox / "home").c_str(), 1);
+            setenv("TMPDIR", (sandbox / "tmp").c_str(), 1);
+        }
+        RestoreSandbox();
+    }
+    void TearDown() override {
+        ExpectNothingLeftBehind({});
+        fs::current_path("/");
+        fs::remove_all(sandbox);
+    }
 };
 const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
 
@@ -86,7 +75,7 @@ std::set<std::string> OpenDescriptors() {
 
 } // namespace
 
-std::string DiskTest::InSandbox(const std::string& name) { return SandboxRoot() / name; }
+std::string DiskTest::InSandbox(const std::string& name) { return sandbox / name; }
 
 void DiskTest::SetUp() {
     RestoreSandbox();
@@ -94,10 +83,10 @@ void DiskTest::SetUp() {
 }
 
 void DiskTest::TearDown() {
-    const std::set<std::string> openAtEnd = OpenDescriptors();
-    std::vector<std::string> left;
-    std::set_difference(openAtEnd.begin(), openAtEnd.end(), openAtStart.begin(), openAtStart.end(),
-                        back_inserter(left));
+    std::set<std::string> left = OpenDescriptors();
+    for (const std::string& descriptor : openAtStart) {
+        left.erase(descriptor);
+    }
     EXPECT_EQ(left.size(), expectedOpenFiles) << "still open: " << testing::PrintToString(left);
     ExpectNothingLeftBehind(accounted);
     RestoreSandbox();
@@ -114,9 +103,7 @@ std::string DiskTest::MakeFile(const std::string& name, const std::string& conte
 std::string DiskTest::MakeFolder(const std::string& name) {
     const fs::path path = fs::path(folder) / name;
     fs::create_directories(path);
-    for (fs::path made = path; made.has_relative_path(); made = made.parent_path()) {
-        accounted.insert(made);
-    }
+    Account(accounted, path);
     return path;
 }
 

@@ -6,14 +6,12 @@
 #include <string>
 #include <vector>
 
-// Tests never touch the user's own files: before the first test of a process the home folder ("HOME"), the temporary
-// folder ("TMPDIR") and the working directory are moved into a sandbox that is removed at exit. What a test leaves in
-// it unaccounted for fails the test, or the run when the test is none of DiskTest's.
+// Tests never touch the user's own files: from the first test of a process to the last, the home folder ("HOME"), the
+// temporary folder ("TMPDIR") and the working directory are in a sandbox. What other tests leave there fails the run.
 
-/// A test that reads or writes the disk. Each begins with empty folders and the working directory `workingFolder`. At
-/// its end everything still on the disk must be accounted for: made by MakeFile or MakeFolder, or listed by Tree,
-/// whose result the test compares with what should be there. Anything else was left behind and fails the test, as does
-/// a file that is still open.
+/// A test that reads or writes the disk. Each begins with empty folders. At its end everything still on the disk must
+/// be accounted for: made by MakeFile or MakeFolder, or listed by Tree, whose result the test compares with what should
+/// be there. Anything else was left behind and fails the test, as does a file that is still open.
 class DiskTest : public testing::Test {
 protected:
     void SetUp() override;
@@ -22,10 +20,9 @@ protected:
     /// The full path of `name` in `folder`.
     std::string Path(const std::string& name) const { return folder + '/' + name; }
 
-    /// Writes a file and makes the folders that it needs. `name` is relative to `folder` or a full path. The full path.
+    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path. Returns
+    /// the full path.
     std::string MakeFile(const std::string& name, const std::string& content = "");
-
-    /// Makes a folder and those that it needs. `name` is relative to `folder` or a full path. The full path.
     std::string MakeFolder(const std::string& name);
 
     /// All that is inside a folder, at any depth, as sorted paths relative to it; those of folders end in "/". Links are
@@ -38,9 +35,7 @@ protected:
     const std::string applicationFolder = home + "/Library/Application Support/Tolvex Studio 10"; ///< not made here
     const std::string temporaryFolder = InSandbox("tmp");
     const std::string workingFolder = InSandbox("work");
-
-    /// How many files are meant to be open still at the end of the test.
-    std::size_t expectedOpenFiles = 0;
+    std::size_t expectedOpenFiles = 0; ///< how many files are meant to be open still at the end of the test
 
 private:
     static std::string InSandbox(const std::string& name);

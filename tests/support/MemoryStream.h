@@ -5,21 +5,26 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <set>
 #include <utility>
 
-/// A stream of the tests' own, in memory: it takes and gives as much at a time as the test allows.
+/// A stream of the tests' own, in memory: it takes and gives what the test allows.
 struct MemoryStream : FlapFiles::CFileBase {
     explicit MemoryStream(std::string text = "") : content(std::move(text)) {}
 
     long long Write(const void* data, long long size) override {
-        const long long count = std::min(size, largestWrite);
-        content.append(static_cast<const char*>(data), static_cast<std::size_t>(count));
-        return count;
+        size = std::min(size, largestWrite);
+        content.append(static_cast<const char*>(data), static_cast<std::size_t>(size));
+        return size;
     }
     long long Read(void* data, long long size) override {
         beforeRead(size);
-        const auto most = static_cast<std::size_t>(std::min(size, largestRead));
-        const std::size_t count = content.copy(static_cast<char*>(data), most, position);
+        auto count = static_cast<std::size_t>(size);
+        if (const auto fault = faults.lower_bound(position); fault != faults.end() && *fault < position + count) {
+            count = *fault - position;
+            faults.erase(fault);
+        }
+        count = content.copy(static_cast<char*>(data), count, position);
         position += count;
         return static_cast<long long>(count);
     }
@@ -32,7 +37,7 @@ struct MemoryStream : FlapFiles::CFileBase {
     std::size_t position = 0;
     bool isOpen = true;
     long long largestWrite = std::numeric_limits<long long>::max();
-    long long largestRead = std::numeric_limits<long long>::max();
+    std::set<std::size_t> faults; ///< positions that one read does not get past
     std::function<void(long long size)> beforeRead = [](long long) {};
 };
 
