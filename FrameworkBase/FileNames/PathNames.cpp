@@ -12,16 +12,18 @@ namespace Tolvex::FileNames {
 namespace {
 
 /// Ends `text` at its first zero byte.
-template <class Text>
-void EndAtZero(Text& text) {
-    text.resize(std::min(text.find(typename Text::value_type{}), text.size()));
+template <class Character>
+void EndAtZero(std::basic_string<Character>& text) {
+    const std::size_t length = std::char_traits<Character>::length(text.c_str());
+    if (length != text.size()) {
+        text.resize(length);
+    }
 }
 
-template <class Text>
-Text TextAfterLastSeparator(Text path) {
+template <class Character>
+void KeepTextAfterLastSeparator(std::basic_string<Character>& path) {
     EndAtZero(path);
     path.erase(0, path.rfind('/') + 1); // 0 when there is no separator
-    return path;
 }
 
 /// The one place for a rule about letter case. There is none: names are compared as they are stored.
@@ -39,9 +41,15 @@ std::string GetPathWithoutFilename(std::string path) {
     return path_rimuovifilename(std::move(path));
 }
 
-std::string GetFilenameWithoutPath(std::string path) { return TextAfterLastSeparator(std::move(path)); }
+std::string GetFilenameWithoutPath(std::string path) {
+    KeepTextAfterLastSeparator(path);
+    return path;
+}
 
-std::wstring GetFilenameWithoutPath(std::wstring path) { return TextAfterLastSeparator(std::move(path)); }
+std::wstring GetFilenameWithoutPath(std::wstring path) {
+    KeepTextAfterLastSeparator(path);
+    return path;
+}
 
 std::string GetFolderPathFromFilename(std::string path) {
     const auto separator = std::find_if(path.rbegin(), path.rend(), IsSeparator);
