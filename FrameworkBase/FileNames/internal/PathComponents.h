@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <strings.h>
 #include <vector>
 
 namespace Tolvex::FileNames {
@@ -19,6 +20,8 @@ constexpr bool IsSeparator(char character) { return character == '/' || characte
 /// The components of a path from front to back, without copying them. One leading separator and one at the end give no
 /// component; any other two side by side give an empty one. A backslash separates too; "." and ".." are components like
 /// any other. The last component ends at its first zero byte.
+///
+/// The functions are here because callers run through whole paths by them.
 class PathComponents {
 public:
     /// Refers to the characters of `path`, which must outlive it.
@@ -31,8 +34,38 @@ private:
     std::string_view rest;
 };
 
+inline PathComponents::PathComponents(std::string_view path) : rest(path) {
+    if (!rest.empty() && IsSeparator(rest.front())) {
+        rest.remove_prefix(1);
+    }
+}
+
+inline bool PathComponents::Next(std::string_view& component) {
+    if (rest.empty()) {
+        return false;
+    }
+    std::size_t length = 0;
+    while (length < rest.size() && !IsSeparator(rest[length])) {
+        ++length;
+    }
+    component = rest.substr(0, length);
+    if (length == rest.size()) {
+        rest = {};
+        component = component.substr(0, component.find('\0'));
+    } else {
+        rest.remove_prefix(length + 1);
+    }
+    return true;
+}
+
 /// Whether two components, each up to its first zero byte, are the same but for ASCII letter case.
-bool SameComponent(std::string_view a, std::string_view b);
+inline bool SameComponent(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        a = a.substr(0, a.find('\0'));
+        b = b.substr(0, b.find('\0'));
+    }
+    return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
 
 } // namespace Tolvex::FileNames
 
