@@ -3,19 +3,38 @@
 #include "FrameworkBase/FileNames/PathNames.h"
 #include "FrameworkBase/FileNames/internal/PathComponents.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unistd.h>
 
+using Tolvex::FileNames::IsSeparator;
 using Tolvex::FileNames::PathComponents;
 using Tolvex::FileNames::SameComponent;
 
+namespace {
+
+/// Where two paths stop to be the same byte for byte, at the beginning of a component.
+std::size_t SameStart(std::string_view a, std::string_view b) {
+    const std::size_t shorter = std::min(a.size(), b.size());
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < shorter && a[i] == b[i]; ++i) {
+        if (IsSeparator(a[i])) {
+            start = i + 1;
+        }
+    }
+    return start;
+}
+
+} // namespace
+
 std::string GetRelativePath(const std::string& target, const std::string& base, bool& flag) {
-    flag = true;
+    const std::size_t start = SameStart(target, base);
+    flag = start <= 1; // a separator in front is no component
     std::string result;
     result.reserve(target.size());
-    PathComponents targets(target);
-    PathComponents bases(base);
+    PathComponents targets(target, start);
+    PathComponents bases(base, start);
     std::string_view to;
     std::string_view from;
     bool toLeft = targets.Next(to);

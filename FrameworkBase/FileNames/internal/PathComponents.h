@@ -24,8 +24,8 @@ constexpr bool IsSeparator(char character) { return character == '/' || characte
 /// The functions are here because callers run through whole paths by them.
 class PathComponents {
 public:
-    /// Refers to the characters of `path`, which must outlive it.
-    explicit PathComponents(std::string_view path);
+    /// Refers to the characters of `path`, which must outlive it. Begins at `start`, which is 0 or behind a separator.
+    explicit PathComponents(std::string_view path, std::size_t start = 0);
 
     /// Stores the next component and returns true, or returns false when there is none left.
     bool Next(std::string_view& component);
@@ -34,8 +34,8 @@ private:
     std::string_view rest;
 };
 
-inline PathComponents::PathComponents(std::string_view path) : rest(path) {
-    if (!rest.empty() && IsSeparator(rest.front())) {
+inline PathComponents::PathComponents(std::string_view path, std::size_t start) : rest(path.substr(start)) {
+    if (start == 0 && !rest.empty() && IsSeparator(rest.front())) {
         rest.remove_prefix(1);
     }
 }
