@@ -1,10 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
+#include <unistd.h>
 
 /// What every fuzz target defines. Called once for each input; ends the process when something is wrong.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size);
@@ -18,19 +19,11 @@ inline void Require(bool holds, const char* claim) {
 }
 
 /// A folder of the process's own, removed at exit.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        std::string name =
-            std::filesystem::canonical(std::filesystem::temp_directory_path()) / "frameworkbase-fuzz-XXXXXX";
-        if (mkdtemp(name.data()) == nullptr) {
-            throw std::runtime_error("no scratch folder");
-        }
-        path = name;
-    }
+struct ScratchFolder {
+    ScratchFolder() { Require(mkdtemp(path.data()) != nullptr, "there is a scratch folder"); }
     ~ScratchFolder() { std::filesystem::remove_all(path); }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    std::filesystem::path path;
+    std::string path = std::filesystem::temp_directory_path() / "frameworkbase-fuzz-XXXXXX";
 };

@@ -10,7 +10,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <future>
 #include <iostream>
 #include <iterator>
@@ -26,34 +25,23 @@
 namespace {
 
 namespace fs = std::filesystem;
-using namespace Tolvex::FileNames;
 using namespace std::chrono_literals;
+using namespace Tolvex::FileNames;
+using Faults::Target;
 
 const std::string content(5000, 'x'); // more than the library copies at once
 
-std::size_t CountEntries(const char* folder) {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
+class FaultTest;
 
-/// What the file system of `path` lies on.
-dev_t Device(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-    return status.st_dev;
-}
+struct Operation {
+    const char* name;
+    void (*prepare)(const FaultTest& test);
+    std::string (*run)(const FaultTest& test); ///< its result, in a few characters
+    int textsLoaded = 0;                       ///< of a database: a failed allocation for one empties it untold
+    bool throwsBadAlloc = true;                ///< to the caller, as it runs on the caller's thread
+};
 
-/// The lines of states.txt below the name of the operation.
-std::set<std::string> AllowedStates(const std::string& operation) {
-    std::ifstream file(fs::path(__FILE__).replace_filename("states.txt"));
-    std::set<std::string> states;
-    std::string line;
-    while (std::getline(file, line) && line != operation) {
-    }
-    while (std::getline(file, line) && line.rfind(' ', 0) == 0) {
-        states.insert(line.substr(line.find_first_not_of(' ')));
-    }
-    return states;
-}
+std::ostream& operator<<(std::ostream& out, const Operation& operation) { return out << operation.name; }
 
 /// Removes a text of a database record and `more` bytes from the front of `file`. Whether they were there.
 bool Skip(std::string_view& file, std::size_t more) {
@@ -65,6 +53,7 @@ bool Skip(std::string_view& file, std::size_t more) {
     return isThere;
 }
 
+/// How many entries are whole, of how many.
 std::string DescribeDatabase(std::string_view file) {
     int count = 0;
     if (file.size() < 2 * sizeof count) {
@@ -79,40 +68,61 @@ std::string DescribeDatabase(std::string_view file) {
     return "(" + std::to_string(whole) + " of " + std::to_string(count) + ")";
 }
 
-std::string DescribeFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    if (path.filename() == ".trash.db") {
+std::string Describe(const fs::directory_entry& entry) {
+    if (entry.is_directory()) {
+        return "/";
+    }
+    const std::string text = Content(entry.path());
+    if (entry.path().filename() == ".trash.db") {
         return DescribeDatabase(text);
     }
-    if (text == content || text.empty()) {
+    if (text.empty() || text == content) {
         return text.empty() ? "(empty)" : "";
     }
-    return content.compare(0, text.size(), text) == 0 ? "(part)" : "(" + text + ")";
+    return text.front() == content.front() ? "(part)" : "(" + text + ")";
 }
 
-struct Operation {
-    std::string name;
-    std::function<void()> prepare;
-    std::function<std::string()> run; ///< its result, in a few characters
-    int textsLoaded = 0;              ///< texts of a database: a failed allocation for one empties it and is not told
-    bool allocates = true;            ///< on this thread alone, where bad_alloc comes out
-};
+dev_t Device(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_dev : 0;
+}
 
-class FaultTest : public DiskTest {
-protected:
-    FaultTest() {
-        for (const char* candidate : {"/dev/shm", "/var/tmp"}) {
-            if (!hasOtherVolume && fs::exists(candidate) && Device(candidate) != Device(folder)) {
-                volume = candidate;
-                hasOtherVolume = true;
-            }
+/// A new folder on another file system than `folder`, or beside it when there is none.
+std::string MakeVolume(const std::string& folder) {
+    std::string volume = fs::path(folder).parent_path();
+    for (const char* candidate : {"/var/tmp", "/dev/shm"}) {
+        if (Device(candidate) != 0 && Device(candidate) != Device(folder)) {
+            volume = candidate;
         }
-        volume += "/faults-XXXXXX";
-        EXPECT_NE(mkdtemp(volume.data()), nullptr);
-        roots = {folder, volume, temporaryFolder, applicationFolder};
+    }
+    volume += "/faults-XXXXXX";
+    EXPECT_NE(mkdtemp(volume.data()), nullptr);
+    return volume;
+}
+
+std::size_t CountEntries(const char* folder) {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+class FaultTest : public DiskTest, public testing::WithParamInterface<Operation> {
+public:
+    static void Write(const std::string& path, const std::string& text = content) {
+        fs::create_directories(fs::path(path).parent_path());
+        std::ofstream(path) << text;
+    }
+    std::string In(const char* name) const { return Path(name); }
+    void SetVolumesApart() const { Faults::SetVolumesApart(Device(volume) == Device(folder)); } // if they are not
+
+    void Trash(const char* name) const {
+        Write(Path(name));
+        DeleteFileToRecycleBin(Path(name), true);
     }
 
+    const std::string trash = applicationFolder + "/Trash";
+    const std::string temporary = temporaryFolder;
+    const std::string volume = MakeVolume(folder); ///< a folder on another file system, if there is one
+
+protected:
     void Clear() const {
         for (const std::string& root : roots) {
             fs::remove_all(root);
@@ -121,42 +131,11 @@ protected:
         Faults::SetVolumesApart(false);
     }
 
-    static void Write(const std::string& path, const std::string& text = content) { std::ofstream(path) << text; }
-
-    static void WriteTree(const std::string& root) {
-        fs::create_directories(root + "/sub");
-        Write(root + "/sub/b");
-    }
-
-    /// Moves a new file of that name to the trash.
-    std::string Trash(const std::string& name) const {
-        Write(Path(name));
-        DeleteFileToRecycleBin(Path(name), true);
-        return trash + '/' + name;
-    }
-
-    /// Shifts the time of the first item in the trash database.
-    void MakeFirstOlder(int days) const {
-        const std::string database = Content(trash + "/.trash.db");
-        int length = 0;
-        std::memcpy(&length, database.data() + 8, sizeof length);
-        long long added = 0;
-        const auto place = 12 + static_cast<std::size_t>(length);
-        std::memcpy(&added, database.data() + place, sizeof added);
-        added -= days * 864'000'000'000;
-        std::fstream(trash + "/.trash.db")
-            .seekp(static_cast<std::streamoff>(place))
-            .write(reinterpret_cast<const char*>(&added), sizeof added);
-    }
-
     std::string DescribeDisk() const {
         std::set<std::string> names;
         for (const std::string& root : roots) {
             for (const auto& entry : fs::recursive_directory_iterator(root)) {
-                const std::string name = entry.path().lexically_relative(root).string();
-                names.insert(entry.is_symlink()     ? name + "@"
-                             : entry.is_directory() ? name + "/"
-                                                    : name + DescribeFile(entry.path()));
+                names.insert(entry.path().lexically_relative(root).string() + Describe(entry));
             }
         }
         std::string description;
@@ -166,7 +145,7 @@ protected:
         return description;
     }
 
-    /// Has another thread load and save the database, and with that empty the map of what a failure left there.
+    /// Has another thread load and save the database, which empties the map of what a failure left there.
     static void RequireFreeLocks() {
         auto loadAndSave = std::async(std::launch::async, [] { return CanPutBack("nothing"); });
         if (loadAndSave.wait_for(10s) != std::future_status::ready) {
@@ -175,30 +154,28 @@ protected:
         }
     }
 
-    struct Result {
-        bool hasStruck = false;
-        bool hasThrown = false;
-        std::string state;
-    };
+    /// Runs the operation; its result, or what it threw.
+    std::string Run() const {
+        try {
+            return GetParam().run(*this);
+        } catch (const std::bad_alloc&) {
+            return "bad_alloc";
+        } catch (const std::system_error&) {
+            return "system_error";
+        } catch (const std::exception&) {
+            return "exception";
+        }
+    }
 
-    Result Run(const Operation& operation, const Faults::Fault& fault) const {
+    /// Runs the operation with the fault. Whether that struck.
+    bool Strike(const Faults::Fault& fault) {
+        SCOPED_TRACE(std::string(std::strerror(fault.error)) + " at number " + std::to_string(fault.number));
         Clear();
-        operation.prepare();
+        GetParam().prepare(*this);
         const std::size_t descriptors = CountEntries("/proc/self/fd");
         const std::size_t threads = CountEntries("/proc/self/task");
-        Result result;
-        std::string returned;
         Faults::Arm(fault);
-        try {
-            returned = operation.run();
-        } catch (const std::bad_alloc&) {
-            result.hasThrown = true;
-            returned = "bad_alloc";
-        } catch (const std::system_error&) {
-            returned = "system_error";
-        } catch (const std::exception&) {
-            returned = "exception";
-        }
+        const std::string result = Run();
         const Faults::Outcome outcome = Faults::Disarm();
         for (int i = 0; i < 10000 && CountEntries("/proc/self/task") > threads; ++i) {
             std::this_thread::sleep_for(1ms);
@@ -206,8 +183,8 @@ protected:
         const std::ptrdiff_t leftByOperation = Faults::AllocationsLeft();
         // A database that cannot be written whole keeps its stream.
         EXPECT_LE(outcome.streamsLeftOpen, outcome.hasStruckWriting ? 1U : 0U);
-        result.hasStruck = outcome.hasStruck;
-        result.state = DescribeDisk() + "-> " + returned;
+        states.insert(DescribeDisk() + "-> " + result);
+        untold += outcome.hasStruck && result != "bad_alloc" ? 1 : 0;
 
         fs::create_directory(trash);
         Faults::Arm({});
@@ -215,198 +192,150 @@ protected:
         Faults::Disarm();
         EXPECT_EQ(leftByOperation + Faults::AllocationsLeft(), 0) << "memory lost";
         EXPECT_EQ(CountEntries("/proc/self/fd"), descriptors) << "descriptors lost";
-        return result;
+        return outcome.hasStruck;
     }
 
-    /// Lets the fault strike the first call, then the second and so on. How often it struck and nothing was thrown.
-    int StrikeEach(const Operation& operation, Faults::Fault fault) {
-        int returned = 0;
-        for (Result result{true, false, ""}; result.hasStruck;) {
-            ++fault.number;
-            SCOPED_TRACE(std::string(std::strerror(fault.error)) + " at number " + std::to_string(fault.number));
-            result = Run(operation, fault);
-            states.insert(result.state);
-            struck += result.hasStruck ? 1 : 0;
-            returned += result.hasStruck && !result.hasThrown ? 1 : 0;
-        }
-        return returned;
-    }
-
-    void Check(const Operation& operation) {
-        fs::create_directory(applicationFolder);
-        Clear();
-        operation.prepare();
-        operation.run(); // what is made once is made now
-        RequireFreeLocks();
+    /// Lets the fault strike at every place, at each alone and from each on. How often it struck.
+    int StrikeEverywhere(Target target, int error) {
+        int strikes = 0;
         for (const bool onwards : {false, true}) {
-            for (const int error : {ENOSPC, EIO, EACCES, EMFILE, ENOMEM, EINTR, 0}) {
-                if (error != EINTR || !onwards) { // an endless interruption is waited for without end
-                    StrikeEach(operation, {Faults::Target::Calls, 0, error, onwards});
-                }
+            const bool isEndless = error == EINTR && onwards; // waited for without end, as callers know
+            for (int number = 1; !isEndless && Strike({target, number, error, onwards}); ++number) {
+                ++strikes;
             }
         }
-        const int calls = struck;
-        if (operation.allocates) {
-            EXPECT_EQ(StrikeEach(operation, {Faults::Target::Allocations, 0, ENOMEM, false}), operation.textsLoaded);
-            StrikeEach(operation, {Faults::Target::Allocations, 0, ENOMEM, true});
-        }
-        EXPECT_EQ(states, AllowedStates(operation.name));
-        std::cout << operation.name << ": " << calls << " failed calls, " << struck - calls << " failed allocations, "
-                  << states.size() << " states\n";
-        for (const std::string& state : states) {
-            std::cout << "    " << state << '\n';
-        }
-        Clear();
-        fs::remove_all(volume);
+        return strikes;
     }
 
-    const std::string trash = applicationFolder + "/Trash";
-    std::string volume = fs::path(folder).parent_path(); ///< a folder on another file system than `folder`...
-    bool hasOtherVolume = false;                         ///< ...if there is one
-    std::vector<std::string> roots;
+    const std::vector<std::string> roots{folder, applicationFolder, temporaryFolder, volume};
     std::set<std::string> states; ///< seen
-    int struck = 0;
+    int untold = 0;               ///< how often a fault struck and no bad_alloc came out
 };
 
-std::string CopyResult(const std::string& from, const std::string& to) {
+/// The lines of states.txt below the name of the operation.
+std::set<std::string> AllowedStates(const std::string& operation) {
+    std::ifstream file(fs::path(__FILE__).replace_filename("states.txt"));
+    std::set<std::string> states;
+    std::string line;
+    while (std::getline(file, line) && line != operation) {
+    }
+    while (std::getline(file, line) && line.rfind(' ', 0) == 0) {
+        states.insert(line.substr(line.find_first_not_of(' ')));
+    }
+    return states;
+}
+
+std::string CopyResult(const FaultTest& test) {
     CopyFileError error{};
-    return CopyFile(from, to, false, &error) ? "true" : std::to_string(error);
+    return CopyFile(test.In("a"), test.In("b"), false, &error) ? "true" : std::to_string(error);
 }
 
-TEST_F(FaultTest, Copy) {
-    Check({"copy", [&] { Write(Path("a")); }, [&] { return CopyResult(Path("a"), Path("b")); }});
+std::string Told(bool result) { return result ? "true" : "false"; }
+
+std::string PurgeResult(const FaultTest& /*test*/) {
+    std::promise<void> done;
+    CleanupTrashFolder(false, [&done] { done.set_value(); });
+    return done.get_future().wait_for(10s) == std::future_status::ready ? "done" : "hangs";
 }
 
-TEST_F(FaultTest, CopyOver) {
-    const auto prepare = [&] {
-        Write(Path("a"));
-        Write(Path("b"), "old");
-    };
-    Check({"copy over", prepare, [&] { return CopyResult(Path("a"), Path("b")); }});
+// Folders hold one file or one folder, or are read in a known order: the states must not hang on the disk's order.
+const Operation operations[] = {
+    {"copy", [](const FaultTest& test) { test.Write(test.In("a")); }, CopyResult},
+    {"copy over",
+     [](const FaultTest& test) {
+         test.Write(test.In("a"));
+         test.Write(test.In("b"), "old");
+     },
+     CopyResult},
+    {"copy folder",
+     [](const FaultTest& test) {
+         test.Write(test.In("from/a"));
+         test.Write(test.In("from/sub/b"));
+     },
+     [](const FaultTest& test) { return CopyFolder(test.In("from"), test.In("to")), std::string("done"); }},
+    {"rename", [](const FaultTest& test) { test.Write(test.In("a")); },
+     [](const FaultTest& test) { return Rename(test.In("a"), test.In("b")), std::string("done"); }},
+    {"rename onto a file on another volume",
+     [](const FaultTest& test) {
+         test.Write(test.In("a"));
+         test.Write(test.volume + "/b", "old");
+         test.SetVolumesApart();
+     },
+     [](const FaultTest& test) { return Rename(test.In("a"), test.volume + "/b"), std::string("done"); }},
+    {"rename folder to another volume",
+     [](const FaultTest& test) {
+         test.Write(test.In("from/sub/b"));
+         test.SetVolumesApart();
+     },
+     [](const FaultTest& test) { return Rename(test.In("from"), test.volume + "/to"), std::string("done"); }},
+    {"delete folder", [](const FaultTest& test) { test.Write(test.In("tree/sub/b")); },
+     [](const FaultTest& test) { return remove_dir_content(test.In("tree").c_str(), 0), std::string("done"); }},
+    {"create folders", [](const FaultTest& /*test*/) {},
+     [](const FaultTest& test) { return Told(CreateDirectories(test.In("x/y/z"))); }},
+    {"temporary file", [](const FaultTest& test) { test.Write(test.temporary + "/tolvxtmp0.wav"); },
+     [](const FaultTest& test) { return GetTempFilename("wav").substr(test.temporary.size() + 1); }},
+    {"temporary name", [](const FaultTest& /*test*/) {},
+     [](const FaultTest& test) { return GetTempFilenameNoCreate().substr(test.temporary.size() + 1); }},
+    {"move to the trash",
+     [](const FaultTest& test) {
+         test.Trash("a");
+         test.Write(test.In("a"), "new");
+     },
+     [](const FaultTest& test) { return DeleteFileToRecycleBin(test.In("a"), true), std::string("done"); }, 2},
+    {"move folder to the trash", [](const FaultTest& test) { test.Write(test.In("from/sub/b")); },
+     [](const FaultTest& test) {
+         return DeleteFolderWithContents(test.In("from").c_str(), true, false), std::string("done");
+     }},
+    {"put back", [](const FaultTest& test) { test.Trash("a"); },
+     [](const FaultTest& test) { return Told(PutBack(test.trash + "/a")); }, 2},
+    {"database load and save",
+     [](const FaultTest& test) {
+         test.Trash("a");
+         test.Trash("b");
+     },
+     [](const FaultTest& test) { return Told(CanPutBack(test.trash + "/a")); }, 4},
+    {"purge",
+     [](const FaultTest& test) {
+         test.Trash("a");
+         test.Trash("b");
+         // The first entry gets the time 1, in the year 1601: behind version, count, and key with length and zero.
+         const std::size_t place = 12 + test.trash.size() + 3;
+         std::fstream(test.trash + "/.trash.db").seekp(static_cast<long>(place)).write("\1\0\0\0\0\0\0", 8);
+         fs::create_directory(test.trash + "/empty");
+     },
+     PurgeResult, 0, false},
+    {"purge a folder",
+     [](const FaultTest& test) {
+         test.Write(test.trash + "/a");
+         test.Write(test.trash + "/sub/b");
+     },
+     [](const FaultTest& test) { return Told(CleanupTrashFolder(test.trash, true)); }},
+};
+
+TEST_P(FaultTest, LeavesNothingWorseThanAllowed) {
+    Clear();
+    GetParam().prepare(*this);
+    Run(); // what is made once is made now
+    RequireFreeLocks();
+
+    int calls = 0;
+    for (const int error : {ENOSPC, EIO, EACCES, EMFILE, ENOMEM, EINTR, 0}) {
+        calls += StrikeEverywhere(Target::Calls, error);
+    }
+    untold = 0;
+    const int allocations = GetParam().throwsBadAlloc ? StrikeEverywhere(Target::Allocations, ENOMEM) : 0;
+    EXPECT_EQ(untold, GetParam().textsLoaded) << "swallowed";
+    EXPECT_EQ(states, AllowedStates(GetParam().name));
+    std::cout << GetParam().name << ": " << calls << " failed calls, " << allocations << " failed allocations, "
+              << states.size() << " states\n";
+    Clear();
+    fs::remove_all(volume);
 }
 
-TEST_F(FaultTest, CopyFolder) {
-    const auto run = [&] {
-        Tolvex::FileNames::CopyFolder(Path("from"), Path("to"));
-        return "done";
-    };
-    const auto prepare = [&] {
-        WriteTree(Path("from"));
-        Write(Path("from/a"));
-    };
-    Check({"copy folder", prepare, run});
-}
-
-TEST_F(FaultTest, Rename) {
-    const auto run = [&] {
-        Tolvex::FileNames::Rename(Path("a"), Path("b"));
-        return "done";
-    };
-    Check({"rename", [&] { Write(Path("a")); }, run});
-}
-
-TEST_F(FaultTest, RenameToOtherVolume) {
-    const auto run = [&] {
-        Tolvex::FileNames::Rename(Path("a"), volume + "/b");
-        return "done";
-    };
-    const auto prepare = [&] {
-        Write(Path("a"));
-        Write(volume + "/b", "old");
-        Faults::SetVolumesApart(!hasOtherVolume);
-    };
-    Check({"rename onto a file on another volume", prepare, run});
-}
-
-TEST_F(FaultTest, RenameFolderToOtherVolume) {
-    const auto run = [&] {
-        Tolvex::FileNames::Rename(Path("from"), volume + "/to");
-        return "done";
-    };
-    const auto prepare = [&] {
-        WriteTree(Path("from"));
-        Faults::SetVolumesApart(!hasOtherVolume);
-    };
-    Check({"rename folder to another volume", prepare, run});
-}
-
-TEST_F(FaultTest, DeleteFolder) {
-    const auto run = [&] {
-        remove_dir_content(Path("tree").c_str(), 0);
-        return "done";
-    };
-    Check({"delete folder", [&] { WriteTree(Path("tree")); }, run});
-}
-
-TEST_F(FaultTest, CreateFolders) {
-    Check({"create folders", [] {}, [&] { return CreateDirectories(Path("x/y/z")) ? "true" : "false"; }});
-}
-
-TEST_F(FaultTest, TemporaryFile) {
-    const auto run = [&] { return GetTempFilename("wav").substr(temporaryFolder.size() + 1); };
-    Check({"temporary file", [&] { Write(temporaryFolder + "/tolvxtmp0.wav"); }, run});
-}
-
-TEST_F(FaultTest, TemporaryName) {
-    const auto run = [&] { return GetTempFilenameNoCreate().substr(temporaryFolder.size() + 1); };
-    Check({"temporary name", [] {}, run});
-}
-
-TEST_F(FaultTest, MoveToTrash) {
-    const auto prepare = [&] {
-        Trash("a");
-        Write(Path("a"), "new");
-    };
-    const auto run = [&] {
-        DeleteFileToRecycleBin(Path("a"), true);
-        return "done";
-    };
-    Check({"move to the trash", prepare, run, 2});
-}
-
-TEST_F(FaultTest, MoveFolderToTrash) {
-    const auto run = [&] {
-        DeleteFolderWithContents(Path("from").c_str(), true, false);
-        return "done";
-    };
-    Check({"move folder to the trash", [&] { WriteTree(Path("from")); }, run});
-}
-
-TEST_F(FaultTest, PutBack) {
-    const auto run = [&] { return Tolvex::FileNames::PutBack(trash + "/a") ? "true" : "false"; };
-    Check({"put back", [&] { Trash("a"); }, run, 2});
-}
-
-TEST_F(FaultTest, LoadAndSave) {
-    const auto prepare = [&] {
-        Trash("a");
-        Trash("b");
-    };
-    Check({"database load and save", prepare, [&] { return CanPutBack(trash + "/a") ? "true" : "false"; }, 4});
-}
-
-TEST_F(FaultTest, Purge) {
-    const auto prepare = [&] {
-        Trash("a");
-        MakeFirstOlder(31);
-        Trash("b");
-        fs::create_directory(trash + "/empty");
-    };
-    const auto run = [] {
-        std::promise<void> done;
-        CleanupTrashFolder(false, [&done] { done.set_value(); });
-        return done.get_future().wait_for(10s) == std::future_status::ready ? "done" : "hangs";
-    };
-    Check({"purge", prepare, run, 0, false});
-}
-
-TEST_F(FaultTest, PurgeFolder) {
-    const auto prepare = [&] {
-        WriteTree(trash);
-        Write(trash + "/a");
-    };
-    const auto run = [&] { return CleanupTrashFolder(trash, true) ? "true" : "false"; };
-    Check({"purge a folder", prepare, run});
-}
+INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations), [](const auto& tested) {
+    std::string name = tested.param.name;
+    std::replace(name.begin(), name.end(), ' ', '_');
+    return name;
+});
 
 } // namespace

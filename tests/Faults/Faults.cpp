@@ -67,6 +67,11 @@ auto Pass(const char* name, Arguments... arguments) {
     return next(arguments...);
 }
 
+template <auto function, class Result, class... Arguments>
+Result Call(const char* name, Result failure, Arguments... arguments) {
+    return Fails() ? failure : Pass<function>(name, arguments...);
+}
+
 } // namespace
 
 void Faults::Arm(const Fault& fault) {
@@ -104,7 +109,7 @@ void OnRelease() noexcept { --allocations; }
 extern "C" {
 
 std::FILE* fopen(const char* path, const char* mode) {
-    std::FILE* const stream = Fails() ? nullptr : Pass<&::fopen>("fopen", path, mode);
+    std::FILE* const stream = Call<&::fopen>("fopen", static_cast<std::FILE*>(nullptr), path, mode);
     if (armed && stream != nullptr) {
         *std::find(openStreams.begin(), openStreams.end(), nullptr) = stream;
     }
@@ -117,9 +122,7 @@ int fclose(std::FILE* stream) {
     if (fails) {
         __fpurge(stream); // what was buffered does not reach the disk
     }
-    const int error = errno;
     const int result = Pass<&::fclose>("fclose", stream);
-    errno = fails ? error : errno;
     return fails ? EOF : result;
 }
 
@@ -138,7 +141,7 @@ int open(const char* path, int flags, ...) {
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return Fails() ? -1 : Pass<&::open>("open", path, flags, mode);
+    return Call<&::open>("open", -1, path, flags, mode);
 }
 
 ssize_t read(int descriptor, void* data, std::size_t size) {
@@ -153,42 +156,23 @@ ssize_t write(int descriptor, const void* data, std::size_t size) {
 
 int close(int descriptor) {
     const bool fails = Fails();
-    const int error = errno;
     const int result = Pass<&::close>("close", descriptor);
-    errno = fails ? error : errno;
     return fails ? -1 : result;
 }
 
-DIR* opendir(const char* path) { return Fails() ? nullptr : Pass<&::opendir>("opendir", path); }
-
-dirent* readdir(DIR* stream) { return Fails() ? nullptr : Pass<&::readdir>("readdir", stream); }
-
-int stat(const char* path, struct stat* status) noexcept {
-    return Fails() ? -1 : Pass<static_cast<int (*)(const char*, struct stat*) noexcept>(&::stat)>("stat", path, status);
-}
-
-int rename(const char* from, const char* to) noexcept {
-    if (volumesApart) {
-        errno = EXDEV;
-        return -1;
-    }
-    return Fails() ? -1 : Pass<&::rename>("rename", from, to);
-}
-
-int remove(const char* path) noexcept {
-    return Fails() ? -1 : Pass<static_cast<int (*)(const char*) noexcept>(&::remove)>("remove", path);
-}
-
-int unlink(const char* path) noexcept { return Fails() ? -1 : Pass<&::unlink>("unlink", path); }
-
+DIR* opendir(const char* path) { return Call<&::opendir>("opendir", static_cast<DIR*>(nullptr), path); }
+dirent* readdir(DIR* stream) { return Call<&::readdir>("readdir", static_cast<dirent*>(nullptr), stream); }
+int stat(const char* path, struct stat* status) noexcept { return Call<&::stat>("stat", -1, path, status); }
+int remove(const char* path) noexcept { return Call<&::remove>("remove", -1, path); }
+int unlink(const char* path) noexcept { return Call<&::unlink>("unlink", -1, path); }
 int unlinkat(int folder, const char* path, int flags) noexcept {
-    return Fails() ? -1 : Pass<&::unlinkat>("unlinkat", folder, path, flags);
+    return Call<&::unlinkat>("unlinkat", -1, folder, path, flags);
 }
-
-int mkdir(const char* path, mode_t mode) noexcept { return Fails() ? -1 : Pass<&::mkdir>("mkdir", path, mode); }
-
-int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
-                   void* argument) noexcept {
-    return Fails() ? EAGAIN : Pass<&::pthread_create>("pthread_create", thread, attributes, start, argument);
+int mkdir(const char* path, mode_t mode) noexcept { return Call<&::mkdir>("mkdir", -1, path, mode); }
+int rename(const char* from, const char* to) noexcept {
+    return volumesApart ? -1 : Call<&::rename>("rename", -1, from, to);
+}
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* data) noexcept {
+    return Call<&::pthread_create>("pthread_create", EAGAIN, thread, attributes, start, data);
 }
 }

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
-// Makes the calls of the library to the system, and its allocations, fail on demand. The program that links Faults.cpp
-// defines the C library's functions for files and operator new itself, and the dynamic linker routes the library's calls
-// through them.
+// Makes the library's calls to the system, and its allocations, fail on demand. The program that links Faults.cpp and
+// Allocations.cpp defines the C library's functions for files and operator new itself, and the dynamic linker routes the
+// shared library's calls through them.
 namespace Faults {
 
 enum class Target { Calls, Allocations };
@@ -16,14 +16,14 @@ struct Fault {
     bool onwards = false; ///< whether all further calls fail too
 };
 
-/// Lets `fault` strike from now to Disarm, on every thread.
-void Arm(const Fault& fault);
-
 struct Outcome {
     bool hasStruck = false;
     bool hasStruckWriting = false;   ///< a call of fwrite
     std::size_t streamsLeftOpen = 0; ///< opened since Arm and never closed; Disarm closes them
 };
+
+/// Lets `fault` strike from now to Disarm, on every thread.
+void Arm(const Fault& fault);
 Outcome Disarm();
 
 /// How many allocations were made and not released since Arm, after Disarm too.
