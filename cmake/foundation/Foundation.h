@@ -1,7 +1,7 @@
 #pragma once
 
-// Foundation, as much of it as the macOS back-end uses, for builds on machines that have no Foundation. Builds on a Mac
-// have Apple's and do not see this one.
+// Foundation, as much of it as the macOS back-end and its tests use, for builds on machines that have no Foundation.
+// Builds on a Mac have Apple's and do not see this one.
 #include <cstddef>
 #import <objc/NSObject.h>
 
