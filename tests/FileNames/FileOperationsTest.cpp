@@ -1,0 +1,132 @@
+#include "FrameworkBase/FileNames/FileOperations.h"
+
+#include "tests/FileNames/PathTables.h"
+
+#include <cerrno>
+#include <cstring>
+
+using namespace Tolvex::FileNames;
+
+namespace fs = std::filesystem;
+
+class FileOperations : public DiskTreeTest {
+protected:
+    /// Makes the folders "0/1/2/..." down to a level, the first ones with a file in each; what removing them leaves.
+    std::vector<std::string> LeftOfChain(const std::string& start, int lastLevel, int levelsWithFiles) {
+        std::string path;
+        for (int level = 0; level <= lastLevel; ++level) {
+            path += std::to_string(level) + '/';
+            Make(level < levelsWithFiles ? path + "file" : path);
+        }
+        remove_dir_content(start.c_str(), 0);
+        return Tree();
+    }
+};
+
+TEST_F(FileOperations, FoldersAreCreated) {
+    EXPECT_TRUE(Does(CreateDirectory, "; one => true; one/ | one/; one => false; one/ | file; file => false; file | "
+                                      "; missing/two => false; "));
+    const auto createAll = [this](const std::string& name) { return CreateDirectories(Path(name).substr(1)); };
+    EXPECT_TRUE(Does(createAll, // every path counts from the root
+                     "; x//y/ => true; x/, x/y/ | x/y/; x/y => true; x/, x/y/ | file; file => true; file | "
+                     "file; file/x => false; file | x; x/y/z => false; x"));
+    EXPECT_TRUE(
+        Does(CreateDirectories, // whose first level is neither made nor looked at
+             "; /none-1 => true;  | ; none-1 => true;  | ; / => true;  | ;  => true;  | ; /none-1/x => false; "));
+    EXPECT_FALSE(fs::exists("/none-1"));
+}
+
+TEST_F(FileOperations, CpCopiesContentsIntoANewFileOnly) {
+    const auto copy = [](const std::string& destination, const std::string& source) {
+        return cp(destination.c_str(), source.c_str()) == 0 ? "copied" : std::strerror(errno);
+    };
+    EXPECT_TRUE(Does(copy, "a; b, a => copied; a, b=a | a, b; b, a => File exists; a, b | "
+                           "; b, a => No such file or directory;  | a; x/b, a => No such file or directory; a | "
+                           "a/; b, a => Is a directory; a/, b= | a, b -> c; b, a => File exists; a, b"));
+    for (const std::size_t size : {0U, 4095U, 4096U, 100001U}) {
+        const std::string content(size, static_cast<char>(size));
+        fs::permissions(MakeFile("source", content), fs::perms::owner_all);
+        fs::remove("b");
+        EXPECT_STREQ(copy("b", "source"), "copied");
+        EXPECT_EQ(Content("b"), content);
+        EXPECT_EQ(fs::status("b").permissions(), fs::perms(0644)) << "not the source's";
+    }
+}
+
+TEST_F(FileOperations, CopyFileTellsWhyItFailed) {
+    for (const bool failIfExists : {false, true}) {
+        const auto copy = [failIfExists](const std::string& source, const std::string& destination) {
+            auto error = static_cast<CopyFileError>(77);
+            const bool copied = CopyFile(source, destination, failIfExists, &error);
+            return (copied ? "copied " : "failed ") + std::to_string(error);
+        };
+        EXPECT_TRUE(Does(copy, "a; a, b => copied 77; a, b=a | ; a, b => failed 1;  | a; a, x/b => failed 3; a | "
+                               "a/; a, b => failed 3; a/, b= | a, b -> c; a, b => failed 3; a, b"));
+        EXPECT_TRUE(Does(copy, failIfExists ? "a, b; a, b => failed 2; a, b | b; a, b => failed 2; b"
+                                            : "a, b; a, b => copied 77; a, b=a | b; a, b => failed 1;  | "
+                                              "a, b/; a, b => failed 3; a, b/"));
+        EXPECT_FALSE(CopyFile("none", "none", failIfExists, nullptr));
+    }
+}
+
+TEST_F(FileOperations, CopyFolderMergesAndFollowsLinksToFiles) {
+    const auto copy = [](const std::string& source, const std::string& destination) {
+        CopyFolder(source, destination);
+        return fs::is_symlink("b/l") ? "a link" : "";
+    };
+    EXPECT_TRUE(
+        Does(copy, "a/x, a/s/.y, a/e/; a, b => ; a/, a/e/, a/s/, a/s/.y, a/x, b/, b/e/, b/s/, b/s/.y=a/s/.y, b/x=a/x | "
+                   "a/x, b/x, b/y; a, b => ; a/, a/x, b/, b/x=a/x, b/y | a/x; a, c/b => ; a/, a/x | ; a, b => ; b/ | "
+                   "a/x, a/l -> x; a, b => ; a/, a/l=a/x, a/x, b/, b/l=a/x, b/x=a/x | "
+                   "a/x/, a/l -> x; a, b => ; a/, a/l, a/x/, b/, b/l=, b/x/ | a/, a/l -> x; a, b => ; a/, a/l, b/"));
+}
+
+TEST_F(FileOperations, RenameThatFailsCopiesFoldersForwardAndFilesBackward) {
+    const auto rename = [](const std::string& from, const std::string& to) { return Rename(from, to), ""; };
+    EXPECT_TRUE(Does(rename, "a, b; a, b => ; b=a | a/x; a, b => ; b/, b/x=a/x | a/x, a/s/y, b/k; a, b => ; "
+                             "b/, b/k, b/s/, b/s/y=a/s/y, b/x=a/x | a/x; a, c/b => ;  | a; a, c/b => ;  | "
+                             "a, b/; a, b => ; b/ | b; a, b => ; a=b, b | ; a, b => ; "));
+    Make("from, closed/to");
+    {
+        const AsOrdinaryUser ordinary; // who may not put anything into the folder
+        Rename("from", "closed/to");
+    }
+    EXPECT_EQ(Content("from") + ", " + Content("closed/to"), "closed/to, closed/to");
+}
+
+TEST_F(FileOperations, SystemCallsPassTheirResultsOn) {
+    const auto remove = [](const std::string& path) { return DeleteFileA(path.c_str()) == 0 ? 0 : errno; };
+    EXPECT_TRUE(Does(remove, "a; a => 0;  | ; a => 2;  | a, l -> a; l => 0; a"));
+    const auto enter = [](const std::string& path) { return TolvexSetCurrentDirectory(path.c_str()); };
+    EXPECT_TRUE(Does(enter, "a/b/; a => 0; a/, a/b/ | a; a => -1; a"));
+}
+
+TEST_F(FileOperations, FolderIsRemovedDownToLevelTwentyOnly) {
+    fs::current_path(folder);
+    for (const std::string& start : {Path("0"), std::string("0")}) {
+        EXPECT_TRUE(LeftOfChain(start, 20, 21).empty());
+        EXPECT_EQ(LeftOfChain(start, 21, 21).empty(), start != "0") << "a relative start leaves level 21";
+        const std::vector<std::string> left = LeftOfChain(start, 25, 26);
+        ASSERT_EQ(left.size(), 26U + 5U) << "all folders, and the files from level 21 on";
+        EXPECT_EQ(left.back(), left[21] + "file");
+        fs::remove_all("0");
+    }
+    Make("0/1/file");
+    remove_dir_content("0", 20);
+    EXPECT_EQ(List(), "0/, 0/1/, 0/1/file") << "a caller's depth counts";
+}
+
+TEST_F(FileOperations, FolderIsRemovedAndLinksAreFollowed) {
+    const auto remove = [](const std::string& path) { return remove_dir_content(path.c_str(), 0), ""; };
+    EXPECT_TRUE(Does(remove,
+                     "a/x, a/.y, a/s/z; a => ;  | a/, t/s/x, a/l -> ../t; a => ; t/ | a/, t, a/l -> ../t; a => ; t | "
+                     "a/s/x, a/s/l -> none; a => ; a/, a/s/, a/s/l | a; a => ; a | a; b => ; a | "
+                     // the path of the inner one, seen from the outer one, is that of the innermost
+                     "a/a/a/; a => ; a/, a/a/"));
+    const std::string top = MakeFolder(PathOfLength(folder, 1000));
+    for (const std::string& name : {std::string(38, 'f'), std::string(39, 'f'), std::string(39, 'g')}) {
+        MakeFile(top + '/' + name); // the paths end after 38 letters: the second one's is the first one's
+    }
+    remove(top);
+    EXPECT_EQ(List(top), std::string(39, 'f') + ", " + std::string(39, 'g'));
+}

@@ -1,0 +1,71 @@
+#include "FrameworkBase/FileNames/FolderListing.h"
+
+#include "tests/FileNames/PathTables.h"
+
+using namespace Tolvex::FileNames;
+
+class FolderListing : public DiskTreeTest {};
+
+TEST_F(FolderListing, FilesAreAllThatAreNoFolders) {
+    const auto list = [](const std::string& path) {
+        std::vector<std::string> files = GetFolderFiles(path);
+        std::vector<std::string> folders = GetFolderSubfolders(path);
+        std::sort(files.begin(), files.end());
+        std::sort(folders.begin(), folders.end());
+        return Joined(files) + " / " + Joined(folders);
+    };
+    EXPECT_TRUE(
+        Does(list, "a/x, a/.h, a/s/, a/.../, a/l -> s, a/d -> none; a => .h, d, l, x / ..., s; a/, a/.../, a/.h, a/d, "
+                   "a/l, a/s/, a/x | a/; a/ =>  / ; a/ | a; a =>  / ; a | ; a =>  / ; "));
+}
+
+TEST_F(FolderListing, EnumeratorDeliversFromTheBackCutToItsBuffer) {
+    Make("a, .hidden, sub/, ...");
+    for (const std::size_t size : {1U, 3U, 4U, 7U, 20U}) {
+        std::vector<std::string> names = GetFolderFiles(folder);
+        void* listing = nullptr;
+        EXPECT_EQ(GetFolderFiles(Path("").data(), nullptr, 0, &listing), 3);
+        for (; !names.empty(); names.pop_back()) {
+            std::string buffer(20, '#');
+            const int left = GetFolderFiles(nullptr, buffer.data(), static_cast<int>(size), &listing);
+            EXPECT_EQ(left, static_cast<int>(names.size()) - 1);
+            const std::string copied = (names.back() + '\0').substr(0, size);
+            EXPECT_EQ(buffer, copied + std::string(20 - copied.size(), '#')) << "ended only where the end fits";
+        }
+        EXPECT_EQ(GetFolderFiles(nullptr, Path("").data(), 1, &listing), -1);
+        EXPECT_EQ(GetFolderFiles(Path("missing").data(), nullptr, 0, &listing), 0);
+        EXPECT_EQ(GetFolderFiles(nullptr, Path("").data(), 1, &listing), -1);
+    }
+}
+
+TEST_F(FolderListing, FolderIsEmptyWhenNothingCanBeSeenInIt) {
+    EXPECT_TRUE(Does(IsFolderEmpty, "a/; a => true; a/ | ; a => true;  | a; a => true; a | a -> none; a => true; a | "
+                                    "a/x; a => false; a/, a/x | a/.h; a => false; a/, a/.h"));
+    expectedOpenFiles = 2; // one for each folder that is not empty
+}
+
+TEST_F(FolderListing, QueriesFollowLinks) {
+    const auto kind = [](const std::string& name) {
+        bool isFolder = false;
+        bool isFolderToo = true;
+        const bool exists = CheckPathIsDirectory(name, isFolder);
+        EXPECT_EQ(CheckPathIsDirectory(name, isFolderToo), exists);
+        EXPECT_EQ(CheckFileExistsEvenIfNotAccessible(name), exists);
+        EXPECT_EQ(isFolder == isFolderToo, exists) << "untouched when nothing is there";
+        EXPECT_FALSE(IsSymlink(name) || IsSpecialFile(name, isFolder));
+        EXPECT_EQ(FormatDirectory(name), name);
+        return !exists ? "nothing" : isFolder ? "folder" : "file";
+    };
+    EXPECT_TRUE(Does(kind,
+                     "a/; a => folder; a/ | a; a => file; a | ; a => nothing;  | b/, a -> b; a => folder; a, b/ | "
+                     "b, a -> b; a => file; a=b, b | a -> none; a => nothing; a"));
+    std::filesystem::permissions(MakeFile("secret"), std::filesystem::perms::none);
+    const AsOrdinaryUser ordinary;
+    EXPECT_STREQ(kind("secret"), "file");
+}
+
+TEST_F(FolderListing, AvailableSpaceIsWhatAnOrdinaryUserMayFill) {
+    const std::uintmax_t available = std::filesystem::space(folder).available;
+    EXPECT_NEAR(static_cast<double>(GetAvailableSpace(folder)), static_cast<double>(available), 1e9);
+    EXPECT_EQ(GetAvailableSpace(Path("missing")), 0xFFFFFFFFFFFFFFFFU);
+}

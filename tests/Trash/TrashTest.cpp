@@ -1,0 +1,169 @@
+#include "FrameworkBase/Trash/Trash.h"
+
+#include "FrameworkBase/Trash/TrashCleanup.h"
+#include "tests/FileNames/PathTables.h"
+#include "tests/Trash/TrashDatabase.h"
+
+#include <future>
+#include <memory>
+#include <thread>
+
+using namespace Tolvex::FileNames;
+
+class TrashTest : public DiskTreeTest {
+protected:
+    std::string InTrash(const std::string& name) const { return trash + '/' + name; }
+
+    Entries Database() const { return EntriesIn(Content(InTrash(".trash.db"))); }
+
+    /// The recorded items and where they came from. None may have been recorded before `since`.
+    std::string Origins(long long since) const {
+        std::string origins;
+        for (const auto& [key, value] : Database()) {
+            EXPECT_TRUE(since <= value.first && value.first <= Now()) << key;
+            const std::string origin = value.second.substr(value.second.empty() ? 0 : folder.size() + 1);
+            origins += (origins.empty() ? "" : ", ") + key.substr(trash.size() + 1) + ": " + origin;
+        }
+        return origins;
+    }
+
+    /// What a cleanup leaves in the trash, which has this database.
+    std::string LeftByCleanup(bool all, const Entries& database) {
+        MakeFile(InTrash(".trash.db"), DatabaseBytes(database));
+        const auto saved = std::make_shared<std::promise<Entries>>();
+        CleanupTrashFolder(all, [saved, this, caller = std::this_thread::get_id()] {
+            EXPECT_FALSE(caller == std::this_thread::get_id());
+            saved->set_value(Database());
+        });
+        std::future<Entries> future = saved->get_future();
+        if (future.wait_for(std::chrono::seconds(20)) != std::future_status::ready) {
+            std::abort(); // the thread refers to what would end here
+        }
+        EXPECT_EQ(future.get(), Database()) << "saved before the callback";
+        return List(trash);
+    }
+
+    const std::string trash = applicationFolder + "/Trash";
+};
+
+TEST_F(TrashTest, ItemsKeepTheirNamesOrGetANumber) {
+    const long long before = Now();
+    EXPECT_EQ(GetTrashFolderPath(), trash);
+    EXPECT_FALSE(std::filesystem::exists(trash));
+    Make("d/folder.x/file");
+    DeleteFolderWithContents(Path("d/folder.x").c_str(), true, false);
+    for (const std::string& name :
+         Cells("a/song.wav, b/song.wav, c/song.wav, a/README, b/README, a/.hidden, b/.hidden, "
+               "a.b/c, x.tar.gz, b/x.tar.gz, b/dot.",
+               ", ")) {
+        DeleteFileToRecycleBin(MakeFile(name, name), true);
+    }
+    DeleteFileToRecycleBin(Path("missing"), true); // recorded though nothing is moved
+    EXPECT_EQ(Origins(before),
+              "1: a/.hidden, 2: b/.hidden, README: a/README, README1: b/README, c: a.b/c, dot.: b/dot., "
+              "folder.x: d/folder.x, missing: missing, song.wav: a/song.wav, song1.wav: b/song.wav, "
+              "song2.wav: c/song.wav, x.tar.gz: x.tar.gz, x.tar1.gz: b/x.tar.gz");
+    EXPECT_EQ(List(trash), ".trash.db, 1, 2, README, README1, c, dot., folder.x/, folder.x/file, song.wav, song1.wav, "
+                           "song2.wav, x.tar.gz, x.tar1.gz");
+    EXPECT_EQ(Content(InTrash("2")) + ", " + Content(InTrash("song.wav")), "b/.hidden, a/song.wav");
+    EXPECT_EQ(List() + "; " + Tree(applicationFolder).front(), "a.b/, a/, b/, c/, d/; Trash/");
+}
+
+TEST_F(TrashTest, PermanentDeletionLeavesTheTrashAlone) {
+    Make("p/q/file");
+    DeleteFolderWithContents(Path("p").c_str(), true, true);
+    EXPECT_EQ(List() + List(home), "Library/, Library/Application Support/");
+}
+
+TEST_F(TrashTest, ItemsArePutBack) {
+    const std::vector<std::string> names = {"gone", "homeless", "replaced", "vanished"};
+    for (const std::string& name : names) {
+        DeleteFileToRecycleBin(MakeFile(name == "homeless" ? "folder/homeless" : name, name), true);
+    }
+    MakeFile("replaced", "new");
+    std::filesystem::remove(InTrash("vanished"));
+    std::filesystem::remove(Path("folder"));
+    for (const std::string& name : names) {
+        EXPECT_TRUE(CanPutBack(InTrash(name)) && PutBack(InTrash(name))) << name;
+        EXPECT_FALSE(CanPutBack(InTrash(name)) || PutBack(InTrash(name))) << name;
+    }
+    EXPECT_EQ(Content(Path("gone")) + Content(Path("replaced")), "gonereplaced");
+    EXPECT_EQ(List(), "gone, replaced") << "no folder is made again";
+    EXPECT_EQ(List(applicationFolder), "Trash/, Trash/.trash.db") << "what could not be moved is lost";
+    EXPECT_EQ(Database(), Entries());
+}
+
+TEST_F(TrashTest, ItemsOfUnknownOriginStayAndTheDatabaseIsRewritten) {
+    Make(InTrash("a") + ", " + InTrash("b"));
+    const Entries withoutOrigin = {{InTrash("a"), {1, ""}}};
+    for (const auto function : {CanPutBack, PutBack}) {
+        for (const char* name : {"a", "b"}) {
+            MakeFile(InTrash(".trash.db"), DatabaseBytes(withoutOrigin, 1));
+            EXPECT_FALSE(function(InTrash(name))) << name;
+            EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin));
+        }
+    }
+    EXPECT_EQ(List(trash), ".trash.db, a, b");
+}
+
+TEST_F(TrashTest, RecordedFilesExpireAfterThirtyDays) {
+    Entries database;
+    const auto make = [&](const std::string& name, long long added) {
+        database[MakeFile(InTrash(name))].first = added;
+    };
+    make("29 days", Now() - 29 * day);
+    make("30 days", Now() - 30 * day);
+    make("not quite", Now() - 30 * day + day / 99);
+    make("31 days", Now() - 31 * day);
+    make("future", Now() + 100 * day);
+    make("1601", 0);
+    make("before 1601", -1);
+    EXPECT_EQ(LeftByCleanup(false, database), ".trash.db, 29 days, before 1601, future, not quite");
+    EXPECT_EQ(Database().size(), 4U);
+}
+
+TEST_F(TrashTest, CleanupAdoptsWhatIsNotRecordedAndSparesDatabases) {
+    const long long before = Now();
+    for (const bool all : {false, true}) {
+        for (const char* name : {"stray", "due", "kept/sub/stray", "kept/.trash.db", ".TRASH.DB"}) {
+            MakeFile(InTrash(name));
+        }
+        EXPECT_EQ(LeftByCleanup(all, {{InTrash("due"), {1, "/o"}}}),
+                  all ? ".TRASH.DB, .trash.db, stray"
+                      : ".TRASH.DB, .trash.db, kept/, kept/.trash.db, kept/sub/, kept/sub/stray, stray");
+        EXPECT_EQ(Origins(before), all ? ".TRASH.DB: , stray: " : ".TRASH.DB: , kept/sub/stray: , stray: ");
+    }
+}
+
+TEST_F(TrashTest, FolderGoesWithItsFirstExpiredFile) {
+    for (const char* name : {"folder/sub/due", "folder/fresh", "folder/stray", "other/fresh"}) {
+        MakeFile(InTrash(name));
+    }
+    MakeFolder(InTrash("empty/empty"));
+    Entries database = {{InTrash("folder/fresh"), {Now(), "/o"}}, {InTrash("other/fresh"), {Now(), "/o"}}};
+    Entries withDue = database;
+    withDue[InTrash("folder/sub/due")] = {Now() - 31 * day, "/o"};
+    EXPECT_EQ(LeftByCleanup(false, withDue), ".trash.db, other/, other/fresh");
+    database[InTrash("folder/stray")] = Database()[InTrash("folder/stray")]; // adopted before its folder went
+    EXPECT_EQ(Database(), database) << "the entries of the files that went with the folder stay";
+}
+
+TEST_F(TrashTest, FilesAreLookedForDownToLevelFifty) {
+    const auto makeChain = [this](std::string path, int levels) {
+        for (; levels > 0; --levels) {
+            path += "/d";
+        }
+        return MakeFolder(path);
+    };
+    const std::string deepest = makeChain("a/with", 50);
+    EXPECT_FALSE(HasFiles(Path("a/with"), 0) || HasFiles(Path("missing"), 50));
+    EXPECT_TRUE(HasFiles(Path("a/with"), 1) && HasFiles(Path("missing"), 51)) << "level 51 counts as a file";
+    MakeFile(deepest + "/file");
+    EXPECT_TRUE(HasFiles(Path("a/with"), 0));
+    makeChain("a/deep", 51);
+    makeChain("a/empty", 3);
+    Make("a/file, a/link/, a/link/dangling -> none");
+    CheckDeleteEmptyFolders(Path("a"));
+    EXPECT_FALSE(std::filesystem::exists(Path("a/empty")));
+    EXPECT_EQ(Tree(Path("a")).size(), 1U + 52U + 52U + 2U);
+}
