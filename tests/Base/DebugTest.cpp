@@ -38,10 +38,7 @@ TEST(Debug, WritesLinesToTheErrorStream) {
         {[&] { TraceRelease("%s", x20479.c_str()); }, x20479 + "\n\n\n"},
         {[&] { TraceRelease("%sy", x20479.c_str()); }, x20479 + "\n\n\n"},
         {[] { flpOutputDebugStringInternal("text"); }, ""},
-        {[] {
-             SetMessageBoxAssertLink([](WindowImpl*, const char*, const char*, unsigned int) { return abort(), 0; });
-         },
-         ""}};
+        {[] { SetMessageBoxAssertLink(nullptr), SetMessageBoxAssertLink([](auto...) { return abort(), 0; }); }, ""}};
     for (const auto& [write, expected] : cases) {
         EXPECT_EQ(FlushedThroughStream(write), expected);
         testing::internal::CaptureStderr();

@@ -3,8 +3,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-namespace {
-
 static_assert(sizeof testsRunning == 4 && sizeof isDoingStressTest == 4 && sizeof Tolvex::Threading::mainThreadId == 8);
 static_assert(std::is_same_v<decltype(threadsJoinToken), std::map<std::FILE*, os_workgroup_join_token_opaque_s*>>);
 
@@ -30,5 +28,3 @@ TEST(Platform, ScaleFactorIsStoredUnchecked) {
 }
 
 TEST(Platform, NamesAreTheSameOnEverySystem) { EXPECT_EQ(GetPlatform() + ' ' + GetPlatformType(), "mac desktop"); }
-
-} // namespace

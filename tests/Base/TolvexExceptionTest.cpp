@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <typeinfo>
 
-namespace {
-
 static_assert(!std::is_convertible_v<TolvexException*, std::exception*>);
 static_assert(sizeof(TolvexException) == sizeof(void*) + sizeof(std::string)); // other modules make them
 
@@ -32,5 +30,3 @@ TEST(TolvexException, LibraryModuleAndProgramCatchWhatTheOthersThrow) {
     EXPECT_EQ(MessageOf([&] { rethrow([] { throw TolvexException("ours"); }, caught); }), "[ours]");
     EXPECT_EQ(caught, &typeid(TolvexException)) << "a type record for each module";
 }
-
-} // namespace

@@ -5,8 +5,6 @@
 #include <gtest/gtest.h>
 #include <link.h>
 
-using Extensions = std::vector<std::string>;
-
 namespace {
 
 struct Construction {
@@ -55,8 +53,9 @@ TEST(LoadOrder, TheseObjectsAndNoOthersInThisOrder) {
         EXPECT_EQ(*static_cast<std::string*>(made[i].object), Tolvex::FileExtensionStrings[i + 1]);
     }
     ASSERT_EQ(made[29].destroy, made[30].destroy);
-    EXPECT_EQ(*static_cast<Extensions*>(made[29].object), Tolvex::FileExtensionStrings);
-    EXPECT_EQ(*static_cast<Extensions*>(made[30].object), Tolvex::AudioAndMidiFileExtensionsString);
+    const auto list = [&](std::size_t i) { return *static_cast<std::vector<std::string>*>(made[i].object); };
+    EXPECT_EQ(list(29), Tolvex::FileExtensionStrings);
+    EXPECT_EQ(list(30), Tolvex::AudioAndMidiFileExtensionsString);
     // Objects that need no destruction are not told of, but a source that constructs some has a function for it.
     EXPECT_EQ(OfSymbols("/_GLOBAL__sub_I_/ && !/cold/ { n++ } END { print n }"), "3\n");
 }

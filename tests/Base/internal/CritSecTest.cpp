@@ -3,8 +3,6 @@
 #include <future>
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(CritSec, OneThreadAtATimeAsOftenAsItLikes) {
     Tolvex::Sync::CCritSec lock;
     const auto isFreeForOthers = [&lock] {
@@ -20,5 +18,3 @@ TEST(CritSec, OneThreadAtATimeAsOftenAsItLikes) {
     }
     EXPECT_TRUE(isFreeForOthers());
 }
-
-} // namespace

@@ -5,12 +5,10 @@
 
 using VarnelNative::Utility::DateTime;
 
-namespace {
-
 static_assert(sizeof(DateTime) == 8);
 static_assert(DateTime::unixEpoch + 19'723 * DateTime::ticksPerDay == 133'485'408'000'000'000); // 2024-01-01
 
-long long SystemClock() {
+static long long SystemClock() {
     const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
     return 116'444'736'000'000'000 + sinceEpoch.count() / 100;
 }
@@ -23,5 +21,3 @@ TEST(DateTime, NowIsTheCalendarTime) {
         EXPECT_LE(now, SystemClock());
     }
 }
-
-} // namespace

@@ -10,14 +10,10 @@
 using namespace Tolvex::HostPlatform;
 namespace fs = std::filesystem;
 
-namespace {
-
 TEST(HostPlatform, TemporaryFolderIsTheOneOfTheEnvironmentAtEveryCall) {
-    for (const std::string value : {"/a", "/a b/c", "relative", "/no/such"}) {
+    for (const std::string value : {"/a", "/a b/", "relative", "/no/such//", "/"}) {
         const EnvironmentVariable variable("TMPDIR", value.c_str());
-        EXPECT_EQ(GetTemporaryFolder(), value + '/');
-        const EnvironmentVariable withSlash("TMPDIR", (value + '/').c_str());
-        EXPECT_EQ(GetTemporaryFolder(), value + '/');
+        EXPECT_EQ(GetTemporaryFolder(), value.back() == '/' ? value : value + '/');
     }
 }
 
@@ -66,5 +62,3 @@ TEST(HostPlatform, ExecutablePathNeedsRoomForItsTerminator) {
         EXPECT_EQ(buffer, fits ? path + '\0' + std::string(1999 - length, '#') : std::string(2000, '#'));
     }
 }
-
-} // namespace

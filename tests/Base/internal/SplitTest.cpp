@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 TEST(Split, PiecesBetweenSeparatorsWithoutEmptyOnes) {
     const std::pair<std::wstring, std::vector<std::wstring>> cases[] = {{L"", {}},
                                                                         {L"/", {}},
@@ -17,5 +15,3 @@ TEST(Split, PiecesBetweenSeparatorsWithoutEmptyOnes) {
         EXPECT_EQ(Tolvex::Strings::Split(text, L'/'), pieces);
     }
 }
-
-} // namespace

@@ -4,8 +4,6 @@
 
 #include <sys/stat.h>
 
-namespace {
-
 using ReadProbe = DiskTest;
 
 TEST_F(ReadProbe, WhatOpensForReadingIsThere) {
@@ -19,5 +17,3 @@ TEST_F(ReadProbe, WhatOpensForReadingIsThere) {
     const AsOrdinaryUser user;
     EXPECT_FALSE(OpensForReading(Path("file")));
 }
-
-} // namespace
