@@ -9,9 +9,8 @@ namespace Tolvex::Strings {
 std::wstring wstringFromS(const char* text) { return HostPlatform::WideFromUtf8(text); }
 
 std::string stringFromW(wchar_t* text) {
-    constexpr std::size_t refusedLength = 2000;
-    const std::size_t length = wcsnlen(text, refusedLength);
-    if (length == refusedLength) {
+    const std::size_t length = wcsnlen(text, HostPlatform::wideLimit);
+    if (length == HostPlatform::wideLimit) {
         return {};
     }
     return HostPlatform::Utf8FromWide(text, length);

@@ -22,7 +22,9 @@ struct CalendarTime {
 };
 CalendarTime ReadCalendarClock();
 
-/// UTF-8 to UTF-32 and back, strict; empty when the text is not valid.
+/// UTF-8 to UTF-32 and back, strict; empty when the text is not valid. Callers have fewer than `wideLimit` characters
+/// of UTF-32.
+inline constexpr std::size_t wideLimit = 2000;
 std::wstring WideFromUtf8(const char* text);
 std::string Utf8FromWide(const wchar_t* text, std::size_t length);
 

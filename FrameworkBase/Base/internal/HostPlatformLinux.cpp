@@ -60,77 +60,78 @@ std::ostream& ErrorStream() {
 namespace {
 
 constexpr char32_t lastCodePoint = 0x10FFFF;
-constexpr char32_t malformed = lastCodePoint + 1;
 
 constexpr bool IsSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
 
-/// The number of bytes at `text`, `length` of them, that are not continuation bytes.
-std::size_t CountSequences(const unsigned char* text, std::size_t length) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < length; ++i) {
-        count += (text[i] & 0xC0) != 0x80 ? 1 : 0;
+/// Decodes the sequence of two to four bytes at `next`, which moves past it. False if it is none. The text's terminator
+/// is not a continuation byte, so the reading never passes it.
+bool DecodeSequence(const unsigned char*& next, char32_t& codePoint) {
+    const unsigned char* const bytes = next;
+    const auto continues = [bytes](int i) { return (bytes[i] & 0xC0) == 0x80; };
+    const auto bits = [bytes](int i) { return static_cast<char32_t>(bytes[i] & 0x3F); };
+    const char32_t lead = bytes[0];
+    if (lead < 0xE0) {
+        next += 2;
+        codePoint = (lead & 0x1F) << 6 | bits(1);
+        return continues(1) && lead >= 0xC2;
     }
-    return count;
+    if (!continues(1) || !continues(2)) {
+        return false;
+    }
+    if (lead < 0xF0) {
+        next += 3;
+        codePoint = (lead & 0x0F) << 12 | bits(1) << 6 | bits(2);
+        return codePoint >= 0x800 && !IsSurrogate(codePoint);
+    }
+    if (!continues(3)) {
+        return false;
+    }
+    next += 4;
+    codePoint = (lead & 0x07) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
+    return lead <= 0xF4 && codePoint >= 0x10000 && codePoint <= lastCodePoint;
 }
 
-/// The code point of the sequence of two to four bytes at `next`, which moves past it; `malformed` if it is none. The
-/// text's terminator is not a continuation byte, so the reading never passes it.
-char32_t DecodeSequence(const unsigned char*& next) {
-    const unsigned char lead = *next++;
-    int continuationBytes = 0;
-    char32_t codePoint = 0;
-    char32_t smallest = 0;
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        continuationBytes = 1;
-        codePoint = lead & 0x1F;
-        smallest = 0x80;
-    } else if ((lead & 0xF0) == 0xE0) {
-        continuationBytes = 2;
-        codePoint = lead & 0x0F;
-        smallest = 0x800;
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-        continuationBytes = 3;
-        codePoint = lead & 0x07;
-        smallest = 0x10000;
-    } else {
-        return malformed;
+template <class Character>
+constexpr bool IsAscii(Character character) {
+    return static_cast<char32_t>(character) < 0x80;
+}
+
+/// Characters that are converted at a time: most text is ASCII.
+constexpr std::ptrdiff_t blockSize = 8;
+
+template <class Character>
+using Block = std::array<Character, blockSize>;
+
+template <class Character>
+bool IsAsciiBlock(const Block<Character>& block) {
+    constexpr std::uint64_t otherBits = sizeof(Character) == 1 ? 0x8080808080808080U : 0xFFFFFF80FFFFFF80U;
+    std::array<std::uint64_t, sizeof block / sizeof(std::uint64_t)> words;
+    std::memcpy(words.data(), block.data(), sizeof block);
+    std::uint64_t all = 0;
+    for (const std::uint64_t word : words) {
+        all |= word;
     }
-    for (; continuationBytes > 0; --continuationBytes) {
-        if ((*next & 0xC0) != 0x80) {
-            return malformed;
+    return (all & otherBits) == 0;
+}
+
+/// Converts ASCII from `next` as far as there are whole blocks of it. Both places move.
+template <class From, class To>
+void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
+    Block<From> block;
+    while (end - next >= blockSize) {
+        std::copy_n(next, blockSize, block.begin());
+        if (!IsAsciiBlock(block)) {
+            return;
         }
-        codePoint = codePoint << 6 | (*next++ & 0x3F);
+        out = std::transform(block.begin(), block.end(), out, [](From c) { return static_cast<To>(c); });
+        next += blockSize;
     }
-    return codePoint < smallest || codePoint > lastCodePoint || IsSurrogate(codePoint) ? malformed : codePoint;
-}
-
-/// Whether the eight bytes at `text` are all ASCII.
-bool IsAsciiBlock(const unsigned char* text) {
-    std::uint64_t block = 0;
-    std::memcpy(&block, text, sizeof block);
-    return (block & 0x8080808080808080U) == 0;
-}
-
-/// The number of bytes that `codePoint` takes in UTF-8; 0 if it is none.
-std::size_t SequenceLength(char32_t codePoint) {
-    if (codePoint < 0x80) {
-        return 1;
-    }
-    if (codePoint < 0x800) {
-        return 2;
-    }
-    if (codePoint < 0x10000) {
-        return IsSurrogate(codePoint) ? 0 : 3;
-    }
-    return codePoint <= lastCodePoint ? 4 : 0;
 }
 
 /// Writes the UTF-8 form of a valid `codePoint` and returns the place behind it.
 char* EncodeSequence(char32_t codePoint, char* out) {
     const auto continuation = [](char32_t bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
-    if (codePoint < 0x80) {
-        *out++ = static_cast<char>(codePoint);
-    } else if (codePoint < 0x800) {
+    if (codePoint < 0x800) {
         *out++ = static_cast<char>(0xC0 | codePoint >> 6);
         *out++ = continuation(codePoint);
     } else if (codePoint < 0x10000) {
@@ -152,43 +153,44 @@ std::wstring WideFromUtf8(const char* text) {
     const std::size_t length = std::strlen(text);
     const auto* next = reinterpret_cast<const unsigned char*>(text);
     const auto* const end = next + length;
-    std::wstring wide(CountSequences(next, length), L'\0');
+    std::wstring wide(length, L'\0'); // more than that it cannot be
     wchar_t* out = wide.data();
     while (next != end) {
-        constexpr std::ptrdiff_t block = 8;
-        while (end - next >= block && IsAsciiBlock(next)) {
-            out = std::copy_n(next, block, out);
-            next += block;
-        }
-        while (next != end && *next < 0x80) {
+        ConvertAsciiBlocks(next, end, out);
+        while (next != end && IsAscii(*next)) {
             *out++ = static_cast<wchar_t>(*next++);
         }
-        while (*next >= 0x80) {
-            const char32_t codePoint = DecodeSequence(next);
-            if (codePoint == malformed) {
+        while (!IsAscii(*next)) {
+            char32_t codePoint = 0;
+            if (!DecodeSequence(next, codePoint)) {
                 return {};
             }
             *out++ = static_cast<wchar_t>(codePoint);
         }
     }
+    wide.resize(static_cast<std::size_t>(out - wide.data()));
     return wide;
 }
 
 std::string Utf8FromWide(const wchar_t* text, std::size_t length) {
-    std::size_t bytes = 0;
-    for (std::size_t i = 0; i < length; ++i) {
-        const std::size_t sequence = SequenceLength(static_cast<char32_t>(text[i]));
-        if (sequence == 0) {
-            return {};
-        }
-        bytes += sequence;
-    }
-    std::string utf8(bytes, '\0');
+    constexpr std::size_t longestSequence = 4;
+    std::array<char, wideLimit * longestSequence> utf8;
     char* out = utf8.data();
-    for (std::size_t i = 0; i < length; ++i) {
-        out = EncodeSequence(static_cast<char32_t>(text[i]), out);
+    const wchar_t* const end = text + length;
+    while (text != end) {
+        ConvertAsciiBlocks(text, end, out);
+        while (text != end && IsAscii(*text)) {
+            *out++ = static_cast<char>(*text++);
+        }
+        for (; text != end && !IsAscii(*text); ++text) {
+            const auto codePoint = static_cast<char32_t>(*text);
+            if (codePoint > lastCodePoint || IsSurrogate(codePoint)) {
+                return {};
+            }
+            out = EncodeSequence(codePoint, out);
+        }
     }
-    return utf8;
+    return {utf8.data(), out};
 }
 
 } // namespace Tolvex::HostPlatform
