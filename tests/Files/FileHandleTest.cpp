@@ -20,8 +20,8 @@ std::string Opened(const std::string& path, unsigned int access, unsigned int di
     std::string result = "-";
     try {
         if (std::FILE* const file = Open(path, access, disposition); file != INVALID_HANDLE_VALUE) {
-            const int mode = fcntl(fileno(file), F_GETFL) & O_ACCMODE;
-            result = mode == O_RDONLY ? "r" : mode == O_WRONLY ? "w" : "rw";
+            const int mode = fcntl(fileno(file), F_GETFL) & (O_ACCMODE | O_APPEND);
+            result = mode == O_RDONLY ? "r" : mode == O_WRONLY ? "w" : mode == O_RDWR ? "rw" : "other";
             EXPECT_EQ(std::fclose(file), 0);
         }
     } catch (const TolvexException& exception) {

@@ -41,7 +41,7 @@ TEST(LoadOrder, TheseObjectsAndNoOthersInThisOrder) {
     link_map* map = nullptr;
     ASSERT_EQ(dlinfo(library, RTLD_DI_LINKMAP, &map), 0) << dlerror();
     const auto address = [&](const std::string& name) {
-        const std::string offset = OfSymbols("/ [BbDd] .*" + name + "/ { print $1 }");
+        const std::string offset = OfSymbols("/ [BbDd] [^.]*" + name + "/ { print $1 }");
         return reinterpret_cast<void*>(map->l_addr + std::stoul(offset, nullptr, 16));
     };
     ASSERT_EQ(made.size(), 34U);
