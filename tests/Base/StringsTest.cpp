@@ -29,7 +29,9 @@ TEST(Strings, MalformedTextsGiveNothing) {
         }
     }
     for (const std::wstring malformed : UnicodeCorpus::invalidWide) {
-        EXPECT_EQ(Narrow(malformed) + Narrow(L"ab" + malformed + L"c\xE9"), "");
+        for (std::size_t before = 0; before <= 20; ++before) {
+            EXPECT_EQ(Narrow(std::wstring(before, L'b') + malformed + std::wstring(20 - before, L'a')), "");
+        }
     }
 }
 
