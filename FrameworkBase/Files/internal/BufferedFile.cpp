@@ -4,22 +4,16 @@
 #include <cstring>
 #include <utility>
 
-namespace {
-
-constexpr std::size_t capacity = std::size_t{64} * 1024;
-
-} // namespace
-
-BufferedFile::BufferedFile(FlapFiles::CFileBase& stream) : target(stream), buffer(new char[capacity]) {}
+BufferedFile::BufferedFile(FlapFiles::CFileBase& stream) : target(stream) {}
 
 long long BufferedFile::Write(const void* data, long long size) {
     const auto* from = static_cast<const char*>(data);
     for (auto left = static_cast<std::size_t>(size); left > 0;) {
-        if (pending == capacity) {
+        if (pending == buffer.size()) {
             WritePending();
         }
-        const std::size_t count = std::min(left, capacity - pending);
-        std::memcpy(buffer.get() + pending, from, count);
+        const std::size_t count = std::min(left, buffer.size() - pending);
+        std::memcpy(buffer.data() + pending, from, count);
         pending += count;
         from += count;
         left -= count;
@@ -35,7 +29,7 @@ long long BufferedFile::Read(void* data, long long size) {
             break;
         }
         const std::size_t count = std::min(left, end - next);
-        std::memcpy(to, buffer.get() + next, count);
+        std::memcpy(to, buffer.data() + next, count);
         next += count;
         to += count;
         left -= count;
@@ -62,12 +56,12 @@ bool BufferedFile::ReadPiece() {
         return false;
     }
     next = 0;
-    end = static_cast<std::size_t>(target.Read(buffer.get(), capacity));
-    pieceWasShort = end > 0 && end < capacity;
+    end = static_cast<std::size_t>(target.Read(buffer.data(), static_cast<long long>(buffer.size())));
+    pieceWasShort = end > 0 && end < buffer.size();
     return end > 0;
 }
 
 void BufferedFile::WritePending() {
-    target.Write(buffer.get(), static_cast<long long>(pending));
+    target.Write(buffer.data(), static_cast<long long>(pending));
     pending = 0;
 }

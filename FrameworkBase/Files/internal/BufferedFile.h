@@ -2,12 +2,15 @@
 
 #include "FrameworkBase/Files/FileStream.h"
 
+#include <array>
 #include <cstddef>
-#include <memory>
 
 /// Reads or writes another stream in large pieces, so that many small fields cost one call on it per piece. Made for
 /// one direction at a time, from front to back: Seek and Clone throw TolvexException with "Unsupported". What the other
 /// stream throws passes through.
+///
+/// The buffer is part of the object, which lives on the stack: given back to the heap behind the many small texts of a
+/// database it would make the heap join all of those first.
 class BufferedFile final : public FlapFiles::CFileBase {
 public:
     explicit BufferedFile(FlapFiles::CFileBase& stream);
@@ -29,7 +32,7 @@ private:
     bool ReadPiece();
 
     FlapFiles::CFileBase& target;
-    std::unique_ptr<char[]> buffer;
+    std::array<char, std::size_t{64} * 1024> buffer;
     std::size_t pending = 0; ///< bytes written here that `target` has yet to take
     std::size_t next = 0;    ///< where the next byte is read from
     std::size_t end = 0;     ///< where the bytes that `target` gave end

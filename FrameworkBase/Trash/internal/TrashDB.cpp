@@ -67,7 +67,7 @@ void TrashDB::Load(std::string trashFolder) {
 void TrashDB::Unload() {
     try {
         FlapFiles::CFile file;
-        BufferedFile records(file); // before the file is emptied, as it allocates
+        BufferedFile records(file);
         file.DoCreate(GetDBFile().c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                       CREATE_ALWAYS);
         const Guard guard(lock);
