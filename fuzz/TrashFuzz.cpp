@@ -24,8 +24,9 @@ struct Entry {
 struct Model {
     void Move(const std::string& from, const std::string& to) {
         if (files.count(from) != 0) {
-            files[to] = files[from];
+            const std::string moved = files[from];
             files.erase(from);
+            files[to] = moved;
         } else if (files.count(to) != 0) {
             files[from] = files[to]; // Rename copies backwards when there is nothing to move
         }

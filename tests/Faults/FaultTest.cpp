@@ -332,6 +332,32 @@ TEST_P(FaultTest, LeavesNothingWorseThanAllowed) {
     fs::remove_all(volume);
 }
 
+using CopyFaultTest = DiskTest;
+
+TEST_F(CopyFaultTest, OnlyWhatDoesNoHarmIsSurvived) {
+    const std::string source = MakeFile("a", content); // two pieces
+    const std::string destination = MakeFile("b");
+    constexpr std::pair<int, int> survivals[] = {
+        {EIO, 1},   // closing the source
+        {EINTR, 3}, // that, and both writes, which are repeated
+        {0, 5},     // all calls that read or write, which move half
+    };
+    for (const auto& [error, expected] : survivals) {
+        int survived = 0;
+        bool hasStruck = true;
+        for (int number = 1; hasStruck; ++number) {
+            fs::remove(destination);
+            Faults::Arm({Target::Calls, number, error, false});
+            const bool copied = cp(destination.c_str(), source.c_str()) == 0;
+            const int cause = errno;
+            hasStruck = Faults::Disarm().hasStruck;
+            survived += hasStruck && copied ? 1 : 0;
+            EXPECT_TRUE(copied ? Content(destination) == content : cause == error) << error << " at " << number;
+        }
+        EXPECT_EQ(survived, expected) << "errno " << error;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations), [](const auto& tested) {
     std::string name = tested.param.name;
     std::replace(name.begin(), name.end(), ' ', '_');

@@ -38,21 +38,17 @@ TEST_F(KnownFolders, TemporaryFilesTakeTheLowestFreeNumber) {
          {MacGetTempFolder, GetUnixTempFolder, GetTempFolder, GetTempFolderT, GetTempFolderRoot}) {
         EXPECT_EQ(function(), folder + '/') << "asked anew";
     }
-    Make("tolvxtmp2.wav/, tolvxtmp0.fld, tolvex.wav");
-    for (const char* name : {"tolvxtmp0.wav", "tolvxtmp1.wav", "tolvxtmp3.wav"}) {
-        EXPECT_EQ(GetTempFilename("wav"), Path(name)); // the folder can be neither opened nor created
-        EXPECT_EQ(Content(Path(name)), "");
-    }
-    std::filesystem::remove(Path("tolvxtmp1.wav"));
-    EXPECT_EQ(GetTempFilename("wav"), Path("tolvxtmp1.wav"));
-    EXPECT_EQ(GetTempFilename(""), Path("tolvxtmp0."));
-    EXPECT_EQ(GetTempFilename(".x"), Path("tolvxtmp0..x"));
-    EXPECT_EQ(GetTempFilenameNoCreate(), Path("tolvxtmp1.fld"));
-    EXPECT_EQ(GetUniqueTempFilename("wav"), Path("tolvex1.wav"));
-    EXPECT_EQ(GetUniqueTempFilename("aif"), Path("tolvex.aif"));
-    EXPECT_EQ(List(),
-              "tolvex.wav, tolvxtmp0., tolvxtmp0..x, tolvxtmp0.fld, tolvxtmp0.wav, tolvxtmp1.wav, tolvxtmp2.wav/, "
-              "tolvxtmp3.wav");
+    const auto create = [this](const std::string& ext) { return GetTempFilename(ext).substr(folder.size() + 1); };
+    EXPECT_TRUE(Does(create,
+                     "; w => tolvxtmp0.w; tolvxtmp0.w= | tolvxtmp0.w; w => tolvxtmp1.w; tolvxtmp0.w, tolvxtmp1.w= | "
+                     "tolvxtmp1.w; w => tolvxtmp0.w; tolvxtmp0.w=, tolvxtmp1.w | ;  => tolvxtmp0.; tolvxtmp0.= | "
+                     "; .w => tolvxtmp0..w; tolvxtmp0..w= | "
+                     "tolvxtmp0.w/; w => tolvxtmp1.w; tolvxtmp0.w/, tolvxtmp1.w=")); // neither opens nor is made
+    const auto name = [this](const std::string& ext) {
+        return (ext == "fld" ? GetTempFilenameNoCreate() : GetUniqueTempFilename(ext)).substr(folder.size() + 1);
+    };
+    EXPECT_TRUE(Does(name, "tolvxtmp0.fld; fld => tolvxtmp1.fld; tolvxtmp0.fld | ; w => tolvex.w;  | "
+                           "tolvex.w; w => tolvex1.w; tolvex.w"));
 }
 
 TEST_F(KnownFolders, TemporaryNumbersEndAt9999) {

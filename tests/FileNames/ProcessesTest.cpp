@@ -89,6 +89,15 @@ TEST_F(Processes, OnlyTheWaitWithoutEndTakesOtherChildren) {
 }
 
 TEST_F(Processes, ChildThatCannotStartTheProgramGetsTheNullHandle) {
+    volatile bool isShared = false;
+    if (vfork() == 0) {
+        isShared = true;
+        _exit(0);
+    }
+    wait(nullptr);
+    if (!isShared) {
+        GTEST_SKIP() << "a tool gives the child of vfork a memory of its own";
+    }
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
     for (int time = 0; time < 100; ++time) {

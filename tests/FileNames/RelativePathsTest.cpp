@@ -49,42 +49,37 @@ TEST(RelativePaths, Tables) {
                      "take.wav => song.sng/take.wav"));
 }
 
-TEST(RelativePaths, RelativePathLeadsBackToTheTarget) {
-    const auto has = [](const std::vector<std::string>& components, const char* component) {
-        return std::find(components.begin(), components.end(), component) != components.end();
-    };
-    int count = 0;
+TEST(RelativePaths, EveryPairOfCorpusPathsGivesWhatTheirComponentsSay) {
     for (const std::string& target : pathCorpus) {
         for (const std::string& base : pathCorpus) {
             const std::vector<std::string> to = Components(target);
-            if (has(to, "") || has(to, "..") || has(Components(base), "") ||
-                (target + base).find('\0') != target.npos) {
-                continue; // it need not lead back there
+            const std::vector<std::string> from = Components(base);
+            std::size_t same = 0;
+            while (same < std::min(to.size(), from.size()) && strcasecmp(to[same].c_str(), from[same].c_str()) == 0) {
+                ++same;
             }
-            ++count;
-            bool apart = false;
-            const std::string back = GetAbsoluteFromRelativePath(base, GetRelativePath(target, base, apart));
-            const std::string expected = to.empty() ? "" : '/' + Joined(to, "/");
-            EXPECT_EQ(strcasecmp(back.c_str(), expected.c_str()), 0) << target << ", " << base;
+            std::string expected = same == 0 ? "apart: " : "";
+            for (std::size_t i = same; i < from.size() && !from[i].empty(); ++i) {
+                expected += "../";
+            }
+            for (std::size_t i = same; i < to.size() && !to[i].empty(); ++i) {
+                expected += to[i] + '/';
+            }
+            EXPECT_EQ(RelativePath(target, base), expected) << target << ", " << base;
         }
     }
-    EXPECT_GT(count, 1000);
 }
 
 class RelativePathsOnDisk : public DiskTreeTest {};
 
 TEST_F(RelativePathsOnDisk, AbsolutePathIsNormalisedWhereItExists) {
     Make("real/take.wav, link -> real");
-    const auto absolute = [this](const std::string& base, const std::string& path) {
-        const std::string result = GetAbsolutePath(path, base.empty() ? nullptr : base.c_str());
-        return result.find(folder) == 0 ? result.substr(folder.size()) : result; // less what differs from run to run
-    };
-    std::filesystem::current_path(folder);
-    EXPECT_TRUE(Maps(absolute, ",  =>  | /none,  =>  | /none, " + Path("link/../link//take.wav") +
-                                   " => /real/take.wav | " + folder + ", link/take.wav => /real/take.wav | " + folder +
-                                   ", link/./x => /link/./x | "
-                                   ", ../test/link => /real | , none//x => /none//x | /none, C:\\x => /none/C:/x"));
-    EXPECT_EQ(GetAbsolutePath("none", ""), "none");
+    EXPECT_EQ(GetAbsolutePath("", "/none"), "");
+    EXPECT_EQ(GetAbsolutePath(Path("link/../link//take.wav"), "/none"), Path("real/take.wav"));
+    EXPECT_EQ(GetAbsolutePath("link/take.wav", folder.c_str()), Path("real/take.wav"));
+    EXPECT_EQ(GetAbsolutePath("link/./none", folder.c_str()), Path("link/./none"));
+    EXPECT_EQ(GetAbsolutePath("../test/link", nullptr), Path("real"));
+    EXPECT_EQ(GetAbsolutePath("none", "") + GetAbsolutePath("C:\\x", "/none"), "none/none/C:/x");
     std::string file = Path("link/take.wav");
     EXPECT_TRUE(GetPathRelativeToOtherFile(file, Path("song.sng"), file));
     EXPECT_EQ(file, "real/take.wav") << "the output may be an input";

@@ -54,8 +54,7 @@ TEST_F(TrashTest, ItemsKeepTheirNamesOrGetANumber) {
     DeleteFolderWithContents(Path("d/folder.x").c_str(), true, false);
     for (const std::string& name :
          Cells("a/song.wav, b/song.wav, c/song.wav, a/README, b/README, a/.hidden, b/.hidden, "
-               "a.b/c, x.tar.gz, b/x.tar.gz, b/dot.",
-               ", ")) {
+               "a.b/c, x.tar.gz, b/x.tar.gz, b/dot.")) {
         DeleteFileToRecycleBin(MakeFile(name, name), true);
     }
     DeleteFileToRecycleBin(Path("missing"), true); // recorded though nothing is moved
@@ -94,12 +93,11 @@ TEST_F(TrashTest, ItemsArePutBack) {
 }
 
 TEST_F(TrashTest, ItemsOfUnknownOriginStayAndTheDatabaseIsRewritten) {
-    Make(InTrash("a") + ", " + InTrash("b"));
-    const Entries withoutOrigin = {{InTrash("a"), {1, ""}}};
+    const Entries withoutOrigin = {{MakeFile(InTrash("a")), {1, ""}}};
     for (const auto function : {CanPutBack, PutBack}) {
-        for (const char* name : {"a", "b"}) {
+        for (const std::string& path : {InTrash("a"), MakeFile(InTrash("b"))}) {
             MakeFile(InTrash(".trash.db"), DatabaseBytes(withoutOrigin, 1));
-            EXPECT_FALSE(function(InTrash(name))) << name;
+            EXPECT_FALSE(function(path)) << path;
             EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin));
         }
     }
