@@ -56,7 +56,7 @@ std::string ExtensionChange(std::string name, std::string ext) {
     return name;
 }
 
-std::string RemoveExtension(std::string name) { return ExtensionChange(std::move(name), ""); }
+std::string RemoveExtension(std::string name) { return ExtensionChange(std::move(name), {}); }
 
 bool EndsWithExtension(const std::string& name, const std::string& extension) {
     constexpr std::size_t comparedCharacters = 48;
