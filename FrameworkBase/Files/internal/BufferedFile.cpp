@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <utility>
 
 BufferedFile::BufferedFile(FlapFiles::CFileBase& stream) : target(stream) {}
@@ -35,6 +36,25 @@ long long BufferedFile::Read(void* data, long long size) {
         left -= count;
     }
     return size - static_cast<long long>(left);
+}
+
+std::string BufferedFile::ReadString() {
+    int length = 0;
+    if (end - next < sizeof length) {
+        return DeSerializeString(*this);
+    }
+    std::memcpy(&length, buffer.data() + next, sizeof length);
+    const std::size_t textInBuffer = end - next - sizeof length;
+    if (length < 0 || static_cast<std::size_t>(length) > textInBuffer) {
+        return DeSerializeString(*this);
+    }
+    const char* const text = buffer.data() + next + sizeof length;
+    next += sizeof length + static_cast<std::size_t>(length);
+    try {
+        return {text, strnlen(text, static_cast<std::size_t>(length))};
+    } catch (const std::exception&) {
+        return {}; // what DeSerializeString makes of a text that cannot be allocated
+    }
 }
 
 long long BufferedFile::Seek(long long /*offset*/, unsigned int /*origin*/) { throw TolvexException("Unsupported"); }

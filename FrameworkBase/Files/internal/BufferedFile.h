@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 
 /// Reads or writes another stream in large pieces, so that many small fields cost one call on it per piece. Made for
 /// one direction at a time, from front to back: Seek and Clone throw TolvexException with "Unsupported". What the other
@@ -18,6 +19,10 @@ public:
     /// Returns `size`. The bytes may wait here until Flush.
     long long Write(const void* data, long long size) override;
     long long Read(void* data, long long size) override;
+
+    /// DeSerializeString of this, without a copy on the way when the whole text is here.
+    std::string ReadString();
+
     long long Seek(long long offset, unsigned int origin) override;
     CFileBase* Clone() override;
     /// Hands the waiting bytes on, then closes the other stream.

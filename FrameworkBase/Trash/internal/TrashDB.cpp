@@ -49,12 +49,12 @@ void TrashDB::Load(std::string trashFolder) {
         records.ReadData(count);
         const Guard guard(lock);
         for (; count > 0; --count) {
-            std::string key = DeSerializeString(records);
+            std::string key = records.ReadString();
             DateTime added;
             records.ReadData(added.ticks);
             std::string original;
             if (version >= firstVersionWithOriginalPath) {
-                original = DeSerializeString(records);
+                original = records.ReadString();
             }
             // The file is sorted, so the place is nearly always the end.
             files.insert_or_assign(files.end(), std::move(key), std::pair(added, std::move(original)));
