@@ -14,6 +14,8 @@ using namespace std::string_literals;
 
 class TrashDBTest : public DiskTreeTest {
 protected:
+    TrashDBTest() { trashDB.files.clear(); }
+
     /// What a database saves after loading these bytes.
     std::string Saved(const std::string& bytes) {
         MakeFile(".trash.db", bytes);
@@ -112,7 +114,6 @@ TEST_F(TrashDBTest, AnswersFromMemory) {
 
 TEST_F(TrashDBTest, TouchLosesTheOriginAndLooksForSubfoldersInTheWorkingFolder) {
     Make("x.wav, sub/inside, " + workingFolder + "/sub/elsewhere");
-    trashDB.files = {};
     trashDB.files[Path("x.wav")].second = "/o/x.wav";
     trashDB.files[Path("sub/inside")].second = "/o/inside";
     const long long before = Now();
@@ -128,7 +129,6 @@ TEST_F(TrashDBTest, TouchLosesTheOriginAndLooksForSubfoldersInTheWorkingFolder) 
 
 TEST_F(TrashDBTest, OperationsWorkInMemory) {
     const std::string trash = Tolvex::FileNames::GetTrashFolderPath();
-    trashDB.files = {};
     Make("a, " + trash + "/.trash.db, " + trash + "/sub/");
     Tolvex::FileNames::DeleteFileToRecycleBin(Path("a"), false);
     EXPECT_EQ(trashDB.files.at(trash + "/a").second, Path("a"));
