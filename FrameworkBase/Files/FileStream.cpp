@@ -2,7 +2,6 @@
 
 #include "FrameworkBase/Files/FileHandle.h"
 
-#include <array>
 #include <cstring>
 #include <exception>
 #include <memory>
@@ -87,18 +86,12 @@ std::string DeSerializeString(FlapFiles::CFileBase& file) {
         if (length < 0) {
             return {};
         }
-        // Path names fit on the stack; only longer texts cost an allocation besides their own.
-        std::array<char, 1024> shortText;
-        std::unique_ptr<char[]> longText;
-        char* text = shortText.data();
-        if (static_cast<std::size_t>(length) > shortText.size()) {
-            longText.reset(new char[static_cast<std::size_t>(length)]);
-            text = longText.get();
-        }
-        if (file.Read(text, length) != length) {
+        const auto size = static_cast<std::size_t>(length);
+        const std::unique_ptr<char[]> text(new char[size]); // not cleared: an absurd length must not cost its memory
+        if (file.Read(text.get(), length) != length) {
             return {};
         }
-        return {text, strnlen(text, static_cast<std::size_t>(length))};
+        return {text.get(), strnlen(text.get(), size)};
     } catch (const std::exception&) {
         return {};
     }
