@@ -22,6 +22,7 @@ TEST(Strings, ValidTextsConvertBothWaysAtEveryPlace) {
 
 TEST(Strings, MalformedTextsGiveNothing) {
     for (const std::string malformed : UnicodeCorpus::invalidUtf8) {
+        EXPECT_EQ(Widen(std::string(600, 'b') + malformed), L"") << malformed;
         for (std::size_t before = 0; before <= 20; ++before) {
             for (const char* after : {"", " and more", "\xC3"}) {
                 EXPECT_EQ(Widen(std::string(before, 'b') + malformed + after), L"") << malformed;

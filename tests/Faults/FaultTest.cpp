@@ -3,6 +3,7 @@
 #include "FrameworkBase/Trash/Trash.h"
 #include "FrameworkBase/Trash/TrashCleanup.h"
 #include "tests/Faults/Faults.h"
+#include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
 
 #include <cerrno>
@@ -13,7 +14,6 @@
 #include <future>
 #include <iostream>
 #include <iterator>
-#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <thread>
@@ -43,29 +43,17 @@ struct Operation {
 
 std::ostream& operator<<(std::ostream& out, const Operation& operation) { return out << operation.name; }
 
-/// Removes a text of a database record and `more` bytes from the front of `file`. Whether they were there.
-bool Skip(std::string_view& file, std::size_t more) {
-    int length = 0;
-    std::memcpy(&length, file.data(), std::min(file.size(), sizeof length));
-    const std::size_t size = sizeof length + static_cast<std::size_t>(length) + more;
-    const bool isThere = size <= file.size();
-    file.remove_prefix(isThere ? size : 0);
-    return isThere;
-}
-
-/// How many entries are whole, of how many.
-std::string DescribeDatabase(std::string_view file) {
+/// How many entries have their origin, of how many.
+std::string DescribeDatabase(const std::string& file) {
     int count = 0;
     if (file.size() < 2 * sizeof count) {
         return file.empty() ? "(empty)" : "(part)";
     }
     std::memcpy(&count, file.data() + sizeof count, sizeof count);
-    file.remove_prefix(2 * sizeof count);
-    int whole = 0;
-    while (Skip(file, sizeof(long long)) && Skip(file, 0)) {
-        ++whole;
-    }
-    return "(" + std::to_string(whole) + " of " + std::to_string(count) + ")";
+    const Entries entries = EntriesIn(file);
+    const auto known =
+        std::count_if(entries.begin(), entries.end(), [](auto& entry) { return !entry.second.second.empty(); });
+    return "(" + std::to_string(known) + " of " + std::to_string(count) + ")";
 }
 
 std::string Describe(const fs::directory_entry& entry) {

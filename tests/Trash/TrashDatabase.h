@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <map>
 #include <sstream>
 #include <string>
@@ -36,15 +37,21 @@ inline std::string DatabaseBytes(const Entries& entries, int version = 2) {
 }
 
 /// What a reader gets: the records until one ends before its time is complete. A text that is not complete, or of a
-/// negative length, is empty, and one with a zero byte in it ends there.
-inline Entries EntriesIn(const std::string& bytes) {
+/// negative length, is empty, and one with a zero byte in it ends there. A text for which there is no memory, as it is
+/// longer than `memory`, is empty and not read. `longest` becomes the greatest length.
+inline Entries EntriesIn(const std::string& bytes, int memory = std::numeric_limits<int>::max(),
+                         int* longest = nullptr) {
     std::istringstream in(bytes);
     const auto number = [&in](auto value) {
         in.read(reinterpret_cast<char*>(&value), sizeof value);
         return value;
     };
-    const auto text = [&] {
-        std::string taken(std::min(static_cast<std::size_t>(std::max(number(0), 0)), bytes.size() + 1), '\0');
+    const auto text = [&]() -> std::string {
+        const int length = std::max(number(0), 0);
+        if (longest != nullptr) {
+            *longest = std::max(*longest, length);
+        }
+        std::string taken(length > memory ? 0 : std::min(static_cast<std::size_t>(length), bytes.size() + 1), '\0');
         return in.read(taken.data(), static_cast<std::streamsize>(taken.size())) ? std::string(taken.c_str()) : "";
     };
     Entries entries;
