@@ -7,6 +7,7 @@
 #include <cstring>
 #include <ctime>
 #include <ios>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -99,32 +100,27 @@ constexpr bool IsAscii(Character character) {
 /// Characters that are converted at a time: most text is ASCII.
 constexpr std::ptrdiff_t blockSize = 8;
 
-template <class Character>
-using Block = std::array<Character, blockSize>;
+bool IsAsciiBlock(const unsigned char* text) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof bytes);
+    return (bytes & 0x8080808080808080U) == 0;
+}
 
-template <class Character>
-bool IsAsciiBlock(const Block<Character>& block) {
-    constexpr std::uint64_t otherBits = sizeof(Character) == 1 ? 0x8080808080808080U : 0xFFFFFF80FFFFFF80U;
-    std::array<std::uint64_t, sizeof block / sizeof(std::uint64_t)> words;
-    std::memcpy(words.data(), block.data(), sizeof block);
-    std::uint64_t all = 0;
-    for (const std::uint64_t word : words) {
-        all |= word;
+bool IsAsciiBlock(const wchar_t* text) {
+    char32_t all = 0;
+    for (std::ptrdiff_t i = 0; i < blockSize; ++i) {
+        all |= static_cast<char32_t>(text[i]);
     }
-    return (all & otherBits) == 0;
+    return IsAscii(all);
 }
 
 /// Converts ASCII from `next` as far as there are whole blocks of it. Both places move.
 template <class From, class To>
 void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
-    Block<From> block;
-    while (end - next >= blockSize) {
+    for (; end - next >= blockSize && IsAsciiBlock(next); next += blockSize) {
+        std::array<From, blockSize> block; // read whole before anything is written, which might be the same memory
         std::copy_n(next, blockSize, block.begin());
-        if (!IsAsciiBlock(block)) {
-            return;
-        }
         out = std::transform(block.begin(), block.end(), out, [](From c) { return static_cast<To>(c); });
-        next += blockSize;
     }
 }
 
@@ -147,14 +143,9 @@ char* EncodeSequence(char32_t codePoint, char* out) {
     return out;
 }
 
-} // namespace
-
-std::wstring WideFromUtf8(const char* text) {
-    const std::size_t length = std::strlen(text);
-    const auto* next = reinterpret_cast<const unsigned char*>(text);
-    const auto* const end = next + length;
-    std::wstring wide(length, L'\0'); // more than that it cannot be
-    wchar_t* out = wide.data();
+/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is malformed.
+wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* const wide) {
+    wchar_t* out = wide;
     while (next != end) {
         ConvertAsciiBlocks(next, end, out);
         while (next != end && IsAscii(*next)) {
@@ -163,13 +154,28 @@ std::wstring WideFromUtf8(const char* text) {
         while (!IsAscii(*next)) {
             char32_t codePoint = 0;
             if (!DecodeSequence(next, codePoint)) {
-                return {};
+                return wide;
             }
             *out++ = static_cast<wchar_t>(codePoint);
         }
     }
-    wide.resize(static_cast<std::size_t>(out - wide.data()));
-    return wide;
+    return out;
+}
+
+} // namespace
+
+std::wstring WideFromUtf8(const char* text) {
+    const std::size_t length = std::strlen(text);
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
+    // Decoded elsewhere and then copied: the result has its own size, and no place is filled before it is written.
+    std::array<wchar_t, wideLimit> onStack;
+    std::unique_ptr<wchar_t[]> onHeap;
+    wchar_t* wide = onStack.data();
+    if (length > onStack.size()) {
+        onHeap.reset(new wchar_t[length]); // more than that it cannot be
+        wide = onHeap.get();
+    }
+    return {wide, Decode(bytes, bytes + length, wide)};
 }
 
 std::string Utf8FromWide(const wchar_t* text, std::size_t length) {
