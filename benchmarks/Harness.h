@@ -13,9 +13,10 @@
 using Sizes = std::vector<long>;
 
 /// Who does a job, besides the peers. The limit is the barest code that does it; it is measured twice, and the
-/// difference is the noise.
+/// difference is the noise. Promised steps are those that callers rely on and that cost more than the bare job.
 inline constexpr const char* library = "FrameworkBase";
 inline constexpr const char* limit = "limit";
+inline constexpr const char* limitWithSteps = "limit with promised steps";
 
 /// The folder for all that is measured on disk; the home folder of this process too.
 inline std::string workFolder;

@@ -14,6 +14,12 @@ std::string LastComponentByHand(std::string path) {
     return path;
 }
 
+std::string LastComponentOfTextByHand(std::string path) {
+    path.resize(std::strlen(path.c_str()));
+    path.erase(0, path.rfind('/') + 1);
+    return path;
+}
+
 std::string FolderPartByHand(std::string path) {
     for (std::size_t i = path.size(); i > 0; --i) {
         if (path[i - 1] == '/' || path[i - 1] == '\\') {
@@ -81,6 +87,7 @@ const Registration paths([] {
     using namespace Tolvex::FileNames;
     OnPath("last component", library, [](Parts parts) { return GetFilenameWithoutPath(parts.path); });
     OnPath("last component", limit, [](Parts parts) { return called<LastComponentByHand>(parts.path); });
+    OnPath("last component", limitWithSteps, [](Parts parts) { return called<LastComponentOfTextByHand>(parts.path); });
     OnPath("folder part", library, [](Parts parts) { return GetFolderPathFromFilename(parts.path); });
     OnPath("folder part", limit, [](Parts parts) { return called<FolderPartByHand>(parts.path); });
     OnPath("extension", library, [](Parts parts) { return GetExtension(parts.path); });

@@ -40,13 +40,13 @@ void Look(std::initializer_list<std::string> paths) {
 const Registration moves([] {
     Measure(moveToTrash, library, [] { Tolvex::FileNames::DeleteFileToRecycleBin(ItemOutside(), true); });
     Measure(moveToTrash, limit, MoveToTrashByHand);
-    Measure(moveToTrash, "limit with promised looks", [] {
+    Measure(moveToTrash, limitWithSteps, [] {
         Look({TrashFolder(), DatabaseFile(), ItemInside()});
         MoveToTrashByHand();
     });
     Measure(putBack, library, [] { Tolvex::FileNames::PutBack(ItemInside()); });
     Measure(putBack, limit, PutBackByHand);
-    Measure(putBack, "limit with promised looks", [] {
+    Measure(putBack, limitWithSteps, [] {
         Look({DatabaseFile()});
         PutBackByHand();
     });
