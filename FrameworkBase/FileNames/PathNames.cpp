@@ -14,10 +14,7 @@ namespace {
 /// Ends `text` at its first zero byte.
 template <class Character>
 void EndAtZero(std::basic_string<Character>& text) {
-    const std::size_t length = std::char_traits<Character>::length(text.c_str());
-    if (length != text.size()) {
-        text.resize(length);
-    }
+    text.resize(std::char_traits<Character>::length(text.c_str()));
 }
 
 template <class Character>

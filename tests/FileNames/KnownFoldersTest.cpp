@@ -5,6 +5,8 @@
 
 #include <array>
 #include <fstream>
+#include <pwd.h>
+#include <unistd.h>
 
 using namespace Tolvex;
 using namespace Tolvex::FileNames;
@@ -22,14 +24,18 @@ TEST_F(KnownFolders, ApplicationFolderIsMadeAgainWheneverItIsMissing) {
     EXPECT_EQ(List(home), "");
 }
 
-TEST_F(KnownFolders, SeparatorAtTheEndOfHomeIsKept) {
+TEST_F(KnownFolders, HomeFolderIsTheEnvironmentsAsItIsOrElseTheUsers) {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process of its own, which has not read HOME yet
-    const auto leave = [this] {
-        const EnvironmentVariable variable("HOME", (home + '/').c_str());
-        std::exit(GetHomeFolderMac() == home + "//Library/Application Support/Tolvex Studio 10" ? 0 : 1);
+    const auto leave = [](const char* value, const std::string& expected) {
+        const EnvironmentVariable variable("HOME", value);
+        std::exit(GetHomeFolderMac() == expected + "/Library/Application Support/Tolvex Studio 10" ? 0 : 1);
     };
-    EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");
-    Tree(temporaryFolder); // the other process was in a sandbox there
+    EXPECT_EXIT(leave((home + '/').c_str(), home + '/'), testing::ExitedWithCode(0), "");
+    constexpr uid_t nobody = 65534; // who has no home folder in which one could be made
+    if (const passwd* const user = getpwuid(nobody); user != nullptr && getuid() == 0) {
+        EXPECT_EXIT((setuid(nobody), leave(nullptr, user->pw_dir)), testing::ExitedWithCode(0), "");
+    }
+    Tree(temporaryFolder); // the other processes were in a sandbox there
 }
 
 TEST_F(KnownFolders, TemporaryFilesTakeTheLowestFreeNumber) {
