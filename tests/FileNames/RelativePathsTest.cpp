@@ -3,6 +3,7 @@
 #include "FrameworkBase/FileNames/PathNames.h"
 #include "tests/FileNames/PathTables.h"
 
+#include <climits>
 #include <strings.h>
 
 using namespace Tolvex::FileNames;
@@ -87,6 +88,9 @@ TEST_F(RelativePathsOnDisk, AbsolutePathIsNormalisedWhereItExists) {
     EXPECT_TRUE(GetPathRelativeToOtherFile(reference, reference, "/none/b/take.wav"));
     EXPECT_EQ(reference, "../b/take.wav");
     for (const std::size_t length : {1039U, 1040U}) {
+        if (length >= PATH_MAX) {
+            break; // no such folder can be made there
+        }
         const std::string deep = MakeFolder(PathOfLength(folder, length));
         std::filesystem::current_path(deep);
         EXPECT_EQ(GetAbsolutePath("none", nullptr), length < 1040 ? deep + "/none" : "none") << length;

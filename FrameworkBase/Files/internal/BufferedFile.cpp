@@ -45,7 +45,7 @@ std::string BufferedFile::ReadString() {
     }
     std::memcpy(&length, buffer.data() + next, sizeof length);
     const std::size_t textInBuffer = end - next - sizeof length;
-    if (length < 0 || static_cast<std::size_t>(length) > textInBuffer) {
+    if (static_cast<std::size_t>(length) > textInBuffer) { // a length below zero is more, too
         return DeSerializeString(*this);
     }
     const char* const text = buffer.data() + next + sizeof length;

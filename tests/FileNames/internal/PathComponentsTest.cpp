@@ -13,8 +13,10 @@ TEST(PathComponents, Tables) {
     EXPECT_TRUE(Maps(ComposePath, ",  =>  | , /b => /b | a,  => a/ | a/,  => a/ | a, b => a/b | a/, b => a/b | "
                                   "a, /b => a//b | a/, /b => a//b | a\\, b => a\\/b"));
     EXPECT_TRUE(Maps(RemoveExtension, "a.b.c => a.b | /x.y/a => /x.y/a | .x => "));
-    EXPECT_TRUE(Maps(EndsWithExtension, "Mix.SNG, sng => true | .sng, sng => true | sng, sng => false | "
-                                        "xsng, sng => false | a.,  => true | a,  => false | ,  => false"));
+    EXPECT_TRUE(Maps(EndsWithExtension,
+                     "Mix.SNG, sng => true | .sng, sng => true | sng, sng => false | "
+                     "xsng, sng => false | on the heap as it is long, on the heap as it is long => false | a.,  => "
+                     "true | a,  => false | ,  => false"));
     const auto split = [](const std::string& path) {
         std::vector<std::string> parts = {"kept"};
         SplitPath(path, parts);
