@@ -39,7 +39,7 @@ TEST_F(ThreadTest, FirstCallsOfHomeFolderAgree) {
 }
 
 TEST_F(ThreadTest, SingleDatabaseCallsAreWhole) {
-    constexpr int items = 2000;
+    constexpr int items = 10000;
     TrashDB database;
     OnThreads([&database](int number) {
         std::string original;
