@@ -11,7 +11,7 @@ std::string Narrow(std::wstring text) { return Tolvex::Strings::stringFromW(text
 
 TEST(Strings, ValidTextsConvertBothWaysAtEveryPlace) {
     for (const auto& [utf8, wide] : UnicodeCorpus::valid) {
-        for (std::size_t before = 0, after = 20; before <= 20; ++before, --after) {
+        for (std::size_t before = 0, after = 40; before <= 40; ++before, --after) {
             const std::string text = std::string(before, 'b') + utf8 + std::string(after, 'a');
             const std::wstring wideText = std::wstring(before, L'b') + wide + std::wstring(after, L'a');
             EXPECT_EQ(Widen(text), wideText);
@@ -23,15 +23,15 @@ TEST(Strings, ValidTextsConvertBothWaysAtEveryPlace) {
 TEST(Strings, MalformedTextsGiveNothing) {
     for (const std::string malformed : UnicodeCorpus::invalidUtf8) {
         EXPECT_EQ(Widen(std::string(600, 'b') + malformed), L"") << malformed;
-        for (std::size_t before = 0; before <= 20; ++before) {
+        for (std::size_t before = 0; before <= 40; ++before) {
             for (const char* after : {"", " and more", "\xC3"}) {
                 EXPECT_EQ(Widen(std::string(before, 'b') + malformed + after), L"") << malformed;
             }
         }
     }
     for (const std::wstring malformed : UnicodeCorpus::invalidWide) {
-        for (std::size_t before = 0; before <= 20; ++before) {
-            EXPECT_EQ(Narrow(std::wstring(before, L'b') + malformed + std::wstring(20 - before, L'a')), "");
+        for (std::size_t before = 0; before <= 40; ++before) {
+            EXPECT_EQ(Narrow(std::wstring(before, L'b') + malformed + std::wstring(40 - before, L'a')), "");
         }
     }
 }

@@ -98,17 +98,18 @@ constexpr bool IsAscii(Character character) {
 }
 
 /// Characters that are converted at a time: most text is ASCII.
-constexpr std::ptrdiff_t blockSize = 8;
+template <class Character>
+constexpr std::ptrdiff_t blockSize = sizeof(Character) == 1 ? 16 : 8;
 
 bool IsAsciiBlock(const unsigned char* text) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, text, sizeof bytes);
-    return (bytes & 0x8080808080808080U) == 0;
+    std::array<std::uint64_t, 2> bytes;
+    std::memcpy(bytes.data(), text, sizeof bytes);
+    return ((bytes[0] | bytes[1]) & 0x8080808080808080U) == 0;
 }
 
 bool IsAsciiBlock(const wchar_t* text) {
     char32_t all = 0;
-    for (std::ptrdiff_t i = 0; i < blockSize; ++i) {
+    for (std::ptrdiff_t i = 0; i < blockSize<wchar_t>; ++i) {
         all |= static_cast<char32_t>(text[i]);
     }
     return IsAscii(all);
@@ -117,9 +118,10 @@ bool IsAsciiBlock(const wchar_t* text) {
 /// Converts ASCII from `next` as far as there are whole blocks of it. Both places move.
 template <class From, class To>
 void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
-    for (; end - next >= blockSize && IsAsciiBlock(next); next += blockSize) {
-        std::array<From, blockSize> block; // read whole before anything is written, which might be the same memory
-        std::copy_n(next, blockSize, block.begin());
+    constexpr std::ptrdiff_t size = blockSize<From>;
+    for (; end - next >= size && IsAsciiBlock(next); next += size) {
+        std::array<From, size> block; // read whole before anything is written, which might be the same memory
+        std::copy_n(next, size, block.begin());
         out = std::transform(block.begin(), block.end(), out, [](From c) { return static_cast<To>(c); });
     }
 }
