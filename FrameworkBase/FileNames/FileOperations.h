@@ -26,7 +26,8 @@ FRAMEWORKBASE_EXPORT bool CreateDirectory(std::string path);
 
 /// Creates the folder `path` and those missing above it. The path counts from the root whether or not it begins with
 /// "/", and its first component is taken to exist: it is neither created nor looked at. Whatever exists on the way is
-/// taken for a folder. False as soon as one cannot be created; those made until then stay.
+/// taken for a folder. False as soon as one cannot be created; those made until then stay. It fails as well when another
+/// thread or program creates the same folder in between: a further call goes on from there.
 ///
 ///     "/tmp/x/y" => true: /tmp/x, /tmp/x/y     "tmp//x/"  => true: /tmp/x
 ///     "/solo"    => true: nothing              "/", ""    => true: nothing

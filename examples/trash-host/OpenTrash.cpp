@@ -35,14 +35,23 @@ std::string FindTrashFolder() {
     return GetTrashFolderPath();
 }
 
+void MakeFolders(const std::string& path) {
+    // Another run may make a folder of the chain just before this one does, and CreateDirectories then gives up.
+    // The next attempt finds that folder and goes on below it, so there are as many attempts as folders on the way.
+    const auto attempts = std::count(path.begin(), path.end(), '/');
+    for (auto attempt = attempts; !CreateDirectories(path); --attempt) {
+        if (attempt == 1) {
+            throw Refusal("the folder " + Shown(path) + " cannot be made");
+        }
+    }
+}
+
 void PrepareForChange(const std::string& trash) {
     const std::string applicationFolder = GetHomeFolderMac();
     if (!CheckFileExistsEvenIfNotAccessible(applicationFolder)) {
         std::cout << "making the application's folder " << Shown(applicationFolder) << '\n';
     }
-    if (!CreateDirectories(trash)) {
-        throw Refusal("the folder " + Shown(trash) + " cannot be made");
-    }
+    MakeFolders(trash);
     constexpr unsigned long long roomForDatabase = 16'000'000;
     if (GetAvailableSpace(trash) < roomForDatabase) {
         throw Refusal("the disk is too full to save the trash database");
