@@ -14,6 +14,7 @@
 #include <future>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <sys/stat.h>
 #include <system_error>
 #include <thread>
@@ -142,6 +143,13 @@ protected:
         }
     }
 
+    /// Waits for the threads that an operation has started: they may still release memory after their last report.
+    void AwaitThreads() const {
+        for (int i = 0; i < 10000 && CountEntries("/proc/self/task") > threads; ++i) {
+            std::this_thread::sleep_for(1ms);
+        }
+    }
+
     /// Runs the operation; its result, or what it threw.
     std::string Run() const {
         try {
@@ -161,13 +169,10 @@ protected:
         Clear();
         GetParam().prepare(*this);
         const std::size_t descriptors = CountEntries("/proc/self/fd");
-        const std::size_t threads = CountEntries("/proc/self/task");
         Faults::Arm(fault);
         const std::string result = Run();
         const Faults::Outcome outcome = Faults::Disarm();
-        for (int i = 0; i < 10000 && CountEntries("/proc/self/task") > threads; ++i) {
-            std::this_thread::sleep_for(1ms);
-        }
+        AwaitThreads();
         const std::ptrdiff_t leftByOperation = Faults::AllocationsLeft();
         // A database that cannot be written whole keeps its stream.
         EXPECT_LE(outcome.streamsLeftOpen, outcome.hasStruckWriting ? 1U : 0U);
@@ -196,8 +201,9 @@ protected:
     }
 
     const std::vector<std::string> roots{folder, applicationFolder, temporaryFolder, volume};
-    std::set<std::string> states; ///< seen
-    int untold = 0;               ///< how often a fault struck and no bad_alloc came out
+    const std::size_t threads = CountEntries("/proc/self/task"); ///< before the first operation
+    std::set<std::string> states;                                ///< seen
+    int untold = 0;                                              ///< how often a fault struck and no bad_alloc came out
 };
 
 /// The lines of states.txt below the name of the operation.
@@ -221,9 +227,9 @@ std::string CopyResult(const FaultTest& test) {
 std::string Told(bool result) { return result ? "true" : "false"; }
 
 std::string PurgeResult(const FaultTest& /*test*/) {
-    std::promise<void> done;
-    CleanupTrashFolder(false, [&done] { done.set_value(); });
-    return done.get_future().wait_for(10s) == std::future_status::ready ? "done" : "hangs";
+    const auto done = std::make_shared<std::promise<void>>();
+    CleanupTrashFolder(false, [done] { done->set_value(); });
+    return done->get_future().wait_for(10s) == std::future_status::ready ? "done" : "hangs";
 }
 
 // Folders hold one file or one folder, or are read in a known order: the states must not hang on the disk's order.
@@ -305,6 +311,7 @@ TEST_P(FaultTest, LeavesNothingWorseThanAllowed) {
     GetParam().prepare(*this);
     Run(); // what is made once is made now
     RequireFreeLocks();
+    AwaitThreads();
 
     int calls = 0;
     for (const int error : {ENOSPC, EIO, EACCES, EMFILE, ENOMEM, EINTR, 0}) {

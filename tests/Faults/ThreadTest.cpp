@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <future>
+#include <memory>
 #include <thread>
 
 // What callers may do from several threads at once. Worth the most under the thread sanitizer.
@@ -62,13 +63,13 @@ TEST_F(ThreadTest, SingleDatabaseCallsAreWhole) {
 TEST_F(ThreadTest, CleanupRunsBesideTraces) {
     Tolvex::FileNames::DeleteFileToRecycleBin(MakeFile("take.wav"), true);
     testing::internal::CaptureStderr();
-    std::promise<void> done;
-    CleanupTrashFolder(true, [&done] {
+    const auto done = std::make_shared<std::promise<void>>();
+    CleanupTrashFolder(true, [done] {
         Tolvex::Debug::OutputDebugString("cleaned up");
-        done.set_value();
+        done->set_value();
     });
     OnThreads([](int number) { Tolvex::Debug::TraceRelease("trace %d", number); });
-    ASSERT_EQ(done.get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
+    ASSERT_EQ(done->get_future().wait_for(std::chrono::seconds(10)), std::future_status::ready);
     const std::string traces = testing::internal::GetCapturedStderr();
     for (int number = 0; number < threadCount; ++number) {
         EXPECT_NE(traces.find("trace " + std::to_string(number)), std::string::npos);
