@@ -120,9 +120,7 @@ template <class From, class To>
 void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
     constexpr std::ptrdiff_t size = blockSize<From>;
     for (; end - next >= size && IsAsciiBlock(next); next += size) {
-        std::array<From, size> block; // read whole before anything is written, which might be the same memory
-        std::copy_n(next, size, block.begin());
-        out = std::transform(block.begin(), block.end(), out, [](From c) { return static_cast<To>(c); });
+        out = std::transform(next, next + size, out, [](From character) { return static_cast<To>(character); });
     }
 }
 
