@@ -1,7 +1,7 @@
-#include "FrameworkBase/Trash/internal/TrashDB.h"
 #include "fuzz/Support.h"
 #include "tests/Faults/Allocations.h"
 #include "tests/Trash/TrashDatabase.h"
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 #include <algorithm>
 #include <fstream>

@@ -1,10 +1,10 @@
-#include "FrameworkBase/Base/Strings.h"
-#include "FrameworkBase/FileNames/Extensions.h"
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/RelativePaths.h"
-#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
 #include "fuzz/Support.h"
+#include <FrameworkBase/Base/Strings.h>
+#include <FrameworkBase/FileNames/Extensions.h>
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/RelativePaths.h>
+#include <FrameworkBase/FileNames/internal/ExtensionRules.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
 #include <strings.h>

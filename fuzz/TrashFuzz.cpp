@@ -1,7 +1,7 @@
-#include "FrameworkBase/Trash/Trash.h"
-#include "FrameworkBase/Trash/TrashCleanup.h"
-#include "FrameworkBase/Trash/internal/TrashDB.h"
 #include "fuzz/Support.h"
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 #include <fstream>
 #include <iterator>

@@ -1,6 +1,6 @@
-#include "FrameworkBase/Base/Debug.h"
+#include <FrameworkBase/Base/Debug.h>
 
-#include "FrameworkBase/Base/internal/HostPlatform.h"
+#include <FrameworkBase/Base/internal/HostPlatform.h>
 
 #include <cstdarg>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/Platform.h"
+#include <FrameworkBase/Base/Platform.h>
 
 // Constructed at load in this order: pathFolderOverride, then threadsJoinToken.
 namespace Tolvex {

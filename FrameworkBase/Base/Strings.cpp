@@ -1,6 +1,6 @@
-#include "FrameworkBase/Base/Strings.h"
+#include <FrameworkBase/Base/Strings.h>
 
-#include "FrameworkBase/Base/internal/HostPlatform.h"
+#include <FrameworkBase/Base/internal/HostPlatform.h>
 
 #include <cwchar>
 

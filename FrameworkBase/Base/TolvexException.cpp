@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/TolvexException.h"
+#include <FrameworkBase/Base/TolvexException.h>
 
 #include <sstream>
 

@@ -1,8 +1,8 @@
-#include "FrameworkBase/FileNames/Extensions.h"
+#include <FrameworkBase/FileNames/Extensions.h>
 
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/internal/ExtensionRules.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
 #include <cstring>

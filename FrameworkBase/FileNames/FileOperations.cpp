@@ -1,10 +1,10 @@
-#include "FrameworkBase/FileNames/FileOperations.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
 
-#include "FrameworkBase/Base/internal/Split.h"
-#include "FrameworkBase/FileNames/FolderListing.h"
-#include "FrameworkBase/FileNames/internal/FolderStream.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Files/internal/ReadProbe.h"
+#include <FrameworkBase/Base/internal/Split.h>
+#include <FrameworkBase/FileNames/FolderListing.h>
+#include <FrameworkBase/FileNames/internal/FolderStream.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <algorithm>
 #include <array>

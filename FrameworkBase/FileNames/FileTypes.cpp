@@ -1,8 +1,8 @@
-#include "FrameworkBase/FileNames/FileTypes.h"
+#include <FrameworkBase/FileNames/FileTypes.h>
 
-#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Files/internal/ReadProbe.h"
+#include <FrameworkBase/FileNames/internal/ExtensionRules.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <algorithm>
 

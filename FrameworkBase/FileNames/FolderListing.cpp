@@ -1,6 +1,6 @@
-#include "FrameworkBase/FileNames/FolderListing.h"
+#include <FrameworkBase/FileNames/FolderListing.h>
 
-#include "FrameworkBase/FileNames/internal/FolderStream.h"
+#include <FrameworkBase/FileNames/internal/FolderStream.h>
 
 #include <algorithm>
 #include <cerrno>

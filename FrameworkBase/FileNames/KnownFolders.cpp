@@ -1,10 +1,10 @@
-#include "FrameworkBase/FileNames/KnownFolders.h"
+#include <FrameworkBase/FileNames/KnownFolders.h>
 
-#include "FrameworkBase/Base/Platform.h"
-#include "FrameworkBase/Base/internal/HostPlatform.h"
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/UniqueNames.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/Base/Platform.h>
+#include <FrameworkBase/Base/internal/HostPlatform.h>
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/UniqueNames.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <array>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "FrameworkBase/FileNames/PathNames.h"
+#include <FrameworkBase/FileNames/PathNames.h>
 
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
 #include <cstdlib>

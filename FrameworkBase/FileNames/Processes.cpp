@@ -1,6 +1,6 @@
-#include "FrameworkBase/FileNames/Processes.h"
+#include <FrameworkBase/FileNames/Processes.h>
 
-#include "FrameworkBase/Base/internal/DateTime.h"
+#include <FrameworkBase/Base/internal/DateTime.h>
 
 #include <cerrno>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FrameworkBase/Base/Export.h"
-#include "FrameworkBase/Base/Platform.h"
+#include <FrameworkBase/Base/Export.h>
+#include <FrameworkBase/Base/Platform.h>
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
-#include "FrameworkBase/FileNames/RelativePaths.h"
+#include <FrameworkBase/FileNames/RelativePaths.h>
 
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FrameworkBase/Base/Export.h"
+#include <FrameworkBase/Base/Export.h>
 
 #include <string>
 

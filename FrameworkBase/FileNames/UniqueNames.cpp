@@ -1,8 +1,8 @@
-#include "FrameworkBase/FileNames/UniqueNames.h"
+#include <FrameworkBase/FileNames/UniqueNames.h>
 
-#include "FrameworkBase/FileNames/FolderListing.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Files/internal/ReadProbe.h"
+#include <FrameworkBase/FileNames/FolderListing.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
-#include "FrameworkBase/Files/FileStream.h"
+#include <FrameworkBase/Files/FileStream.h>
 
-#include "FrameworkBase/Files/FileHandle.h"
+#include <FrameworkBase/Files/FileHandle.h>
 
 #include <cstring>
 #include <exception>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FrameworkBase/Base/Export.h"
-#include "FrameworkBase/Base/TolvexException.h"
+#include <FrameworkBase/Base/Export.h>
+#include <FrameworkBase/Base/TolvexException.h>
 
 #include <cstdio>
 #include <string>

@@ -1,14 +1,14 @@
-#include "FrameworkBase/Trash/Trash.h"
+#include <FrameworkBase/Trash/Trash.h>
 
-#include "FrameworkBase/FileNames/Extensions.h"
-#include "FrameworkBase/FileNames/FileOperations.h"
-#include "FrameworkBase/FileNames/FolderListing.h"
-#include "FrameworkBase/FileNames/KnownFolders.h"
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/UniqueNames.h"
-#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Trash/internal/TrashDB.h"
+#include <FrameworkBase/FileNames/Extensions.h>
+#include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/FolderListing.h>
+#include <FrameworkBase/FileNames/KnownFolders.h>
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/UniqueNames.h>
+#include <FrameworkBase/FileNames/internal/ExtensionRules.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 namespace Tolvex::FileNames {
 

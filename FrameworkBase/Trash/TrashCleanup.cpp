@@ -1,10 +1,10 @@
-#include "FrameworkBase/Trash/TrashCleanup.h"
+#include <FrameworkBase/Trash/TrashCleanup.h>
 
-#include "FrameworkBase/FileNames/FileOperations.h"
-#include "FrameworkBase/FileNames/FolderListing.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Trash/Trash.h"
-#include "FrameworkBase/Trash/internal/TrashDB.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/FolderListing.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 #include <algorithm>
 #include <thread>

@@ -1,6 +1,6 @@
-#include "FrameworkBase/Base/internal/DateTime.h"
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/Base/internal/DateTime.h>
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <ctime>
 

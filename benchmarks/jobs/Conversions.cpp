@@ -1,5 +1,5 @@
-#include "FrameworkBase/Base/Strings.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/Base/Strings.h>
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
-#include "FrameworkBase/FileNames/FileOperations.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
 
-#include "FrameworkBase/FileNames/FolderListing.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/FileNames/FolderListing.h>
 
 #include <array>
 #include <dirent.h>

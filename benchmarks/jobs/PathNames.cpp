@@ -1,8 +1,8 @@
-#include "FrameworkBase/FileNames/PathNames.h"
+#include <FrameworkBase/FileNames/PathNames.h>
 
-#include "FrameworkBase/FileNames/Extensions.h"
-#include "FrameworkBase/FileNames/RelativePaths.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/FileNames/Extensions.h>
+#include <FrameworkBase/FileNames/RelativePaths.h>
 
 #include <cstring>
 #include <strings.h>

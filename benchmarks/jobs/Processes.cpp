@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/Processes.h"
+#include <FrameworkBase/FileNames/Processes.h>
 
 #include "benchmarks/Inputs.h"
 

@@ -1,7 +1,7 @@
-#include "FrameworkBase/Files/FileStream.h"
+#include <FrameworkBase/Files/FileStream.h>
 
-#include "FrameworkBase/Files/FileHandle.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/Files/FileHandle.h>
 
 namespace {
 

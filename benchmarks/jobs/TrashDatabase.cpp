@@ -1,6 +1,6 @@
-#include "FrameworkBase/Trash/TrashCleanup.h"
-#include "FrameworkBase/Trash/internal/TrashDB.h"
 #include "benchmarks/Inputs.h"
+#include <FrameworkBase/Trash/TrashCleanup.h>
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 #include <filesystem>
 #include <unistd.h>

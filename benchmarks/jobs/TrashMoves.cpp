@@ -1,4 +1,4 @@
-#include "FrameworkBase/Trash/Trash.h"
+#include <FrameworkBase/Trash/Trash.h>
 
 #include "benchmarks/Inputs.h"
 

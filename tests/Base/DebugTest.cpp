@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/Debug.h"
+#include <FrameworkBase/Base/Debug.h>
 
 #include <csignal>
 #include <dlfcn.h>

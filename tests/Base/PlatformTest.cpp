@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/Platform.h"
+#include <FrameworkBase/Base/Platform.h>
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/Strings.h"
+#include <FrameworkBase/Base/Strings.h>
 
 #include "tests/support/UnicodeCorpus.h"
 

@@ -1,10 +1,10 @@
-#include "FrameworkBase/FileNames/FileOperations.h"
-#include "FrameworkBase/FileNames/KnownFolders.h"
-#include "FrameworkBase/Trash/Trash.h"
-#include "FrameworkBase/Trash/TrashCleanup.h"
 #include "tests/Faults/Faults.h"
 #include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/KnownFolders.h>
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <cerrno>
 #include <chrono>

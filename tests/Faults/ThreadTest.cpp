@@ -1,9 +1,9 @@
-#include "FrameworkBase/Base/Debug.h"
-#include "FrameworkBase/FileNames/KnownFolders.h"
-#include "FrameworkBase/Trash/Trash.h"
-#include "FrameworkBase/Trash/TrashCleanup.h"
-#include "FrameworkBase/Trash/internal/TrashDB.h"
 #include "tests/support/DiskTest.h"
+#include <FrameworkBase/Base/Debug.h>
+#include <FrameworkBase/FileNames/KnownFolders.h>
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
 #include <chrono>
 #include <functional>

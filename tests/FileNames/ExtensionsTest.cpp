@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/Extensions.h"
+#include <FrameworkBase/FileNames/Extensions.h>
 
 #include "tests/FileNames/PathTables.h"
 

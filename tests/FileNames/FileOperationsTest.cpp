@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/FileOperations.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
 
 #include "tests/FileNames/PathTables.h"
 

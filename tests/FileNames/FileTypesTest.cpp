@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/FileTypes.h"
+#include <FrameworkBase/FileNames/FileTypes.h>
 
 #include "tests/FileNames/PathTables.h"
 

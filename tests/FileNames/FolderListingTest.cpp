@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/FolderListing.h"
+#include <FrameworkBase/FileNames/FolderListing.h>
 
 #include "tests/FileNames/PathTables.h"
 

@@ -1,7 +1,7 @@
-#include "FrameworkBase/FileNames/KnownFolders.h"
+#include <FrameworkBase/FileNames/KnownFolders.h>
 
-#include "FrameworkBase/Base/Platform.h"
 #include "tests/FileNames/PathTables.h"
+#include <FrameworkBase/Base/Platform.h>
 
 #include <array>
 #include <fstream>

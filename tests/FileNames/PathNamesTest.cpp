@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/PathNames.h"
+#include <FrameworkBase/FileNames/PathNames.h>
 
 #include "tests/FileNames/PathTables.h"
 

@@ -1,7 +1,7 @@
-#include "FrameworkBase/FileNames/RelativePaths.h"
+#include <FrameworkBase/FileNames/RelativePaths.h>
 
-#include "FrameworkBase/FileNames/PathNames.h"
 #include "tests/FileNames/PathTables.h"
+#include <FrameworkBase/FileNames/PathNames.h>
 
 #include <climits>
 #include <strings.h>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/UniqueNames.h"
+#include <FrameworkBase/FileNames/UniqueNames.h>
 
 #include "tests/FileNames/PathTables.h"
 

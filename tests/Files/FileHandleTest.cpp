@@ -1,4 +1,4 @@
-#include "FrameworkBase/Files/FileHandle.h"
+#include <FrameworkBase/Files/FileHandle.h>
 
 #include "tests/support/DiskTest.h"
 

@@ -1,8 +1,8 @@
-#include "FrameworkBase/Files/FileStream.h"
+#include <FrameworkBase/Files/FileStream.h>
 
-#include "FrameworkBase/Files/FileHandle.h"
 #include "tests/support/DiskTest.h"
 #include "tests/support/MemoryStream.h"
+#include <FrameworkBase/Files/FileHandle.h>
 
 #include <memory>
 #include <stdexcept>

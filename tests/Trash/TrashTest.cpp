@@ -1,8 +1,8 @@
-#include "FrameworkBase/Trash/Trash.h"
+#include <FrameworkBase/Trash/Trash.h>
 
-#include "FrameworkBase/Trash/TrashCleanup.h"
 #include "tests/FileNames/PathTables.h"
 #include "tests/Trash/TrashDatabase.h"
+#include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <future>
 #include <memory>

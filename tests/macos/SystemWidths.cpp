@@ -1,7 +1,7 @@
 // What the library relies on in the headers of macOS. Compiled only.
-#include "FrameworkBase/Base/Platform.h"
-#include "FrameworkBase/Base/TolvexException.h"
-#include "FrameworkBase/Base/internal/CritSec.h"
+#include <FrameworkBase/Base/Platform.h>
+#include <FrameworkBase/Base/TolvexException.h>
+#include <FrameworkBase/Base/internal/CritSec.h>
 
 #include <dirent.h>
 #include <sys/param.h>

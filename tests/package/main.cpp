@@ -1,13 +1,13 @@
 // A module of another team: it sees the installed package alone, and is run wherever that package is put.
-#include "FrameworkBase/Base/Platform.h"
-#include "FrameworkBase/Base/TolvexException.h"
-#include "FrameworkBase/Base/Version.h"
-#include "FrameworkBase/FileNames/FileOperations.h"
-#include "FrameworkBase/FileNames/FileTypes.h"
-#include "FrameworkBase/FileNames/KnownFolders.h"
-#include "FrameworkBase/FileNames/UniqueNames.h"
-#include "FrameworkBase/Files/FileHandle.h"
-#include "FrameworkBase/Files/FileStream.h"
+#include <FrameworkBase/Base/Platform.h>
+#include <FrameworkBase/Base/TolvexException.h>
+#include <FrameworkBase/Base/Version.h>
+#include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/FileTypes.h>
+#include <FrameworkBase/FileNames/KnownFolders.h>
+#include <FrameworkBase/FileNames/UniqueNames.h>
+#include <FrameworkBase/Files/FileHandle.h>
+#include <FrameworkBase/Files/FileStream.h>
 
 #include <array>
 #include <iostream>

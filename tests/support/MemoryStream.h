@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FrameworkBase/Files/FileStream.h"
+#include <FrameworkBase/Files/FileStream.h>
 
 #include <algorithm>
 #include <functional>

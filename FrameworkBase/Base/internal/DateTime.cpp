@@ -1,6 +1,6 @@
-#include "FrameworkBase/Base/internal/DateTime.h"
+#include <FrameworkBase/Base/internal/DateTime.h>
 
-#include "FrameworkBase/Base/internal/HostPlatform.h"
+#include <FrameworkBase/Base/internal/HostPlatform.h>
 
 namespace VarnelNative::Utility {
 

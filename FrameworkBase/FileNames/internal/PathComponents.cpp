@@ -1,4 +1,4 @@
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 namespace Tolvex::FileNames {
 

@@ -1,10 +1,10 @@
-#include "FrameworkBase/Trash/internal/TrashDB.h"
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
-#include "FrameworkBase/Files/FileHandle.h"
-#include "FrameworkBase/Files/FileStream.h"
-#include "FrameworkBase/Files/internal/BufferedFile.h"
-#include "FrameworkBase/Files/internal/ReadProbe.h"
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
+#include <FrameworkBase/Files/FileHandle.h>
+#include <FrameworkBase/Files/FileStream.h>
+#include <FrameworkBase/Files/internal/BufferedFile.h>
+#include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <memory>
 #include <mutex>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FrameworkBase/Base/internal/CritSec.h"
-#include "FrameworkBase/Base/internal/DateTime.h"
+#include <FrameworkBase/Base/internal/CritSec.h>
+#include <FrameworkBase/Base/internal/DateTime.h>
 
 #include <map>
 #include <string>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/internal/CritSec.h"
+#include <FrameworkBase/Base/internal/CritSec.h>
 
 #include <future>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/internal/DateTime.h"
+#include <FrameworkBase/Base/internal/DateTime.h>
 
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/internal/HostPlatform.h"
+#include <FrameworkBase/Base/internal/HostPlatform.h>
 
 #include "tests/support/DiskTest.h"
 

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Base/internal/Split.h"
+#include <FrameworkBase/Base/internal/Split.h>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "FrameworkBase/FileNames/internal/PathComponents.h"
+#include <FrameworkBase/FileNames/internal/PathComponents.h>
 
-#include "FrameworkBase/FileNames/PathNames.h"
-#include "FrameworkBase/FileNames/internal/ExtensionRules.h"
-#include "FrameworkBase/FileNames/internal/FolderStream.h"
 #include "tests/FileNames/PathTables.h"
+#include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/internal/ExtensionRules.h>
+#include <FrameworkBase/FileNames/internal/FolderStream.h>
 
 #include <strings.h>
 

@@ -1,4 +1,4 @@
-#include "FrameworkBase/Files/internal/BufferedFile.h"
+#include <FrameworkBase/Files/internal/BufferedFile.h>
 
 #include "tests/support/MemoryStream.h"
 

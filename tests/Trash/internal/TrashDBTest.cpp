@@ -1,9 +1,9 @@
-#include "FrameworkBase/Trash/internal/TrashDB.h"
+#include <FrameworkBase/Trash/internal/TrashDB.h>
 
-#include "FrameworkBase/Trash/Trash.h"
-#include "FrameworkBase/Trash/TrashCleanup.h"
 #include "tests/FileNames/PathTables.h"
 #include "tests/Trash/TrashDatabase.h"
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <chrono>
 #include <mutex>
