@@ -7,39 +7,54 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
+#include <cstring>
 #include <strings.h>
 #include <vector>
 
-// The input is two texts with a byte FF between them. Both go through the functions in either role, and what must hold
-// for all texts is checked.
+// The input is texts with a byte FF between them. Every pair of them goes through the functions, and what the plainest of
+// means makes of it is compared.
 
 namespace {
 
 using namespace Tolvex::FileNames;
 
 void CheckFolders(const std::string& path, const std::string& text) {
-    Require(GetPathWithoutFilename(path) + GetFilenameWithoutPath(path) == path.c_str(), "folder + file name = path");
-    const std::string folder = GetFolderPathFromFilename(path);
-    Require(path.compare(0, folder.size(), folder) == 0, "the folder begins the path");
-    Require(path.find_first_of("/\\", folder.size() + 1) == std::string::npos, "and ends before the last separator");
-    const std::string separated = CheckFolderHasSeparator(path);
-    Require(CheckFolderHasSeparator(separated) == separated, "one separator is enough");
-    Require(IsPathBelow(ComposePath(path, text), path), "what is composed with a folder lies below it");
-    const std::string local = ConvertPathToLocalSystem(path);
-    Require(local.find('\\') == std::string::npos && ConvertPathToLocalSystem(local) == local, "no backslash is left");
-    Require(path.size() - local.size() <= 2, "nothing but a drive is dropped");
-    Require(GetShellWString(path).size() == path.size() + 2, "two zeros are added");
-    const std::string normal = NormalizePath(path);
-    Require(NormalizePath(normal) == normal, "a normal path stays");
+    const std::string name = GetFilenameWithoutPath(path);
+    Require(GetPathWithoutFilename(path) + name == path.c_str(),
+            "folder + file name = path, up to its first zero byte");
+    Require(GetFilenameWithoutPath(std::wstring(path.begin(), path.end())) == std::wstring(name.begin(), name.end()),
+            "wide paths are cut at the same place");
+    Require(path_rimuovifilename(path) == path.substr(0, path.rfind('/') + 1), "cut behind the last slash");
+    Require(GetFolderPathFromFilename(path) == path.substr(0, path.find_last_of("/\\")), "cut at the last separator");
+    std::string same = path;
+    Require(GetPathRoot(same) + NormalizePathCase(path) == path + path, "as it is");
+    const std::string separated = path.empty() || path.back() == '/' ? path : path + '/';
+    Require(CheckFolderHasSeparator(path) == separated, "one separator is enough");
+    Require(IsPathBelow(text, path) == (text.substr(0, separated.size()) == separated),
+            "below is behind the separator");
+    Require(CompareNormalizedPaths(path, text) == (path == text), "compared as they are");
+    Require(ComposePath(path, text) == separated + text, "composed with one separator");
+    const bool hasDrive = path.size() >= 3 && path.compare(1, 2, ":\\") == 0;
+    std::string local = path.substr(hasDrive ? 2 : 0);
+    std::replace(local.begin(), local.end(), '\\', '/');
+    Require(ConvertPathToLocalSystem(path) == local, "nothing but a drive is dropped, and no backslash is left");
+    const std::vector<char> shell = GetShellString(path);
+    Require(std::string(shell.begin(), shell.end()) == path + std::string(2, '\0'), "two zeros are added");
+    Require(GetShellWString(path).size() == path.size() + 2, "to wide ones too");
+    Require(NormalizePath(NormalizePath(path)) == NormalizePath(path), "a normal path stays");
 }
 
 void CheckExtensions(const std::string& name, const std::string& text) {
+    const std::size_t dot = name.rfind('.');
+    const bool isInName = dot != std::string::npos && name.find('/', dot) == std::string::npos;
+    const std::string stem = isInName ? name.substr(0, dot) : name;
+    const std::string extension = isInName ? name.substr(dot) : name;
     std::string copy = name;
-    const std::string extension = GetExtension(copy);
-    const std::string stem = RemoveExtension(name);
-    Require(stem + extension == name || (stem == name && extension == name), "stem + extension = name");
+    Require(GetExtension(copy) == extension, "from the last dot of the file name on, or all of it");
+    Require(RemoveExtension(name) == stem && ExtensionChange(name, text) == stem + text, "changed from there on");
     Require(AppendStringBeforeExtension(name, text) == stem + text + extension, "the text comes before the extension");
-    Require(HasExtension(name) == (GetFilenameWithoutExtension(name) != name), "cut at any dot");
+    Require(GetFilenameWithoutExtension(name) == name.substr(0, dot), "cut at any dot");
+    Require(HasExtension(name) == (dot != std::string::npos), "which any dot is");
     const std::string forced = ForceExtension(name, text);
     const std::string appended = CheckAppendExtension(name, text);
     Require(forced == name || forced == stem + text, "forced: kept or replaced");
@@ -50,8 +65,6 @@ void CheckExtensions(const std::string& name, const std::string& text) {
         Require(ForceExtension(forced, text) == forced, "forcing twice changes nothing");
         Require(CheckAppendExtension(appended, text) == appended, "nor does appending twice");
     }
-    EndsWithExtension(name, text);
-
     std::vector<char> buffer = GetShellString(name.c_str());
     std::string ending = text.c_str();
     const std::string changed = GetFilenameWithoutExtension(buffer.data()) + '.' + ending;
@@ -60,24 +73,41 @@ void CheckExtensions(const std::string& name, const std::string& text) {
     Require(buffer.data() == changed, "changed in place");
 }
 
-std::vector<std::string> Components(const std::string& path) {
-    std::vector<std::string> parts;
-    SplitPath(path, parts);
-    return parts;
+/// All texts between separators, less one empty text at either end.
+std::vector<std::string> Components(std::string path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+    std::vector<std::string> components;
+    for (std::size_t start = !path.empty() && path[0] == '/' ? 1 : 0; start < path.size();) {
+        const std::size_t end = std::min(path.find('/', start), path.size());
+        components.push_back(path.substr(start, end - start));
+        components.back().resize(end == path.size() ? std::strlen(components.back().c_str()) : end - start);
+        start = end + 1;
+    }
+    return components;
 }
 
 void CheckRelativePaths(const std::string& target, const std::string& base) {
-    bool nothingShared = false;
-    const std::string there = GetAbsoluteFromRelativePath(base, GetRelativePath(target, base, nothingShared));
-    bool isPlain = true;
-    for (const std::string& part : Components(target + '/' + base)) {
-        isPlain &= !part.empty() && part != ".." && part.find('\0') == std::string::npos;
+    std::vector<std::string> parts;
+    SplitPath(target, parts);
+    const std::vector<std::string> to = Components(target);
+    const std::vector<std::string> from = Components(base);
+    Require(parts == to, "split into its components");
+    Require(SameComponent(target, base) == (strcasecmp(target.c_str(), base.c_str()) == 0), "in any letter case");
+    std::size_t same = 0;
+    while (same < std::min(to.size(), from.size()) && strcasecmp(to[same].c_str(), from[same].c_str()) == 0) {
+        ++same;
     }
-    std::string joined;
-    for (const std::string& part : Components(target)) {
-        joined += '/' + part;
+    std::string relative;
+    for (std::size_t i = same; i < from.size() && !from[i].empty(); ++i) {
+        relative += "../";
     }
-    Require(!isPlain || strcasecmp(there.c_str(), joined.c_str()) == 0, "the relative path leads to the target");
+    for (std::size_t i = same; i < to.size() && !to[i].empty(); ++i) {
+        relative += to[i] + '/';
+    }
+    for (bool nothingShared : {false, true}) {
+        Require(GetRelativePath(target, base, nothingShared) == relative, "up to what is shared, and down again");
+        Require(nothingShared == (same == 0), "told when nothing is");
+    }
     std::string out = "untouched";
     Require(GetPathRelativeToOtherFile(out, base, target) || out == "untouched", "nothing is stored on failure");
     const std::string absolute = GetAbsolutePath(target, nullptr);
@@ -94,15 +124,18 @@ void CheckStrings(const std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    const auto* const end = data + size;
-    const auto* const middle = std::find(data, end, 0xFF);
-    const std::string first(data, middle);
-    const std::string second(std::min(middle + 1, end), end);
-    for (const auto& [one, other] : {std::pair(first, second), std::pair(second, first)}) {
-        CheckFolders(one, other);
-        CheckExtensions(one, other);
-        CheckRelativePaths(one, other);
+    std::vector<std::string> texts(1);
+    for (const auto* byte = data; byte != data + size; ++byte) {
+        *byte == 0xFF ? texts.emplace_back() : texts.back() += static_cast<char>(*byte);
+    }
+    texts.resize(std::clamp<std::size_t>(texts.size(), 2, 64));
+    for (const std::string& one : texts) {
         CheckStrings(one);
+        for (const std::string& other : texts) {
+            CheckFolders(one, other);
+            CheckExtensions(one, other);
+            CheckRelativePaths(one, other);
+        }
     }
     return 0;
 }

@@ -1,17 +1,21 @@
 #include "fuzz/Support.h"
+#include <FrameworkBase/Base/Debug.h>
 
 #include <fstream>
 #include <iterator>
 
-/// Runs the fuzz target it is linked to over every file of a folder. For machines without a fuzzer.
+/// Runs the fuzz target it is linked to over every file of a folder, and over what small files are when they are cut.
+/// Nothing here makes the standard streams ready, which the library's own traces need.
 int main(int /*count*/, char** arguments) {
     int inputs = 0;
     for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::string input{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-        LLVMFuzzerTestOneInput(reinterpret_cast<const unsigned char*>(input.data()), input.size());
+        for (std::size_t size = input.size() < 100 ? 0 : input.size(); size <= input.size(); ++size) {
+            LLVMFuzzerTestOneInput(reinterpret_cast<const unsigned char*>(input.data()), size);
+        }
         ++inputs;
     }
-    std::printf("%d inputs\n", inputs);
+    Tolvex::Debug::TraceRelease("%d inputs", inputs);
     return inputs > 0 ? 0 : 1;
 }

@@ -1,11 +1,8 @@
 #pragma once
 
+#include "tests/support/SafeFolder.h"
+
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <unistd.h>
 
 /// What every fuzz target defines. Called once for each input; ends the process when something is wrong.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size);
@@ -20,10 +17,7 @@ inline void Require(bool holds, const char* claim) {
 
 /// A folder of the process's own, removed at exit.
 struct ScratchFolder {
-    ScratchFolder() { Require(mkdtemp(path.data()) != nullptr, "there is a scratch folder"); }
-    ~ScratchFolder() { std::filesystem::remove_all(path); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() { std::filesystem::remove_all(std::filesystem::path(path).parent_path()); }
 
-    std::string path = std::filesystem::temp_directory_path() / "frameworkbase-fuzz-XXXXXX";
+    const std::string path = MakeSafeFolder();
 };

@@ -3,62 +3,56 @@
 #include "tests/Faults/Allocations.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <ctime>
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <new>
 #include <pthread.h>
+#include <set>
 #include <stdio_ext.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-using Faults::Target;
-
 // Written by one thread at a time: the operations under test run on one, which another waits for.
-bool armed = false;
-bool volumesApart = false;
+bool isArmed = false;
 Faults::Fault current;
 Faults::Outcome outcome;
 int calls = 0;
 std::atomic<std::ptrdiff_t> allocations{0};
 
-std::array<std::FILE*, 64> openStreams{}; ///< those opened since Arm; null where there is none
-
-/// Counts a call. Whether it is to fail.
-bool IsHit(Target target) {
-    if (!armed || current.target != target) {
+bool IsHit(bool inMemory) {
+    if (!isArmed || current.inMemory != inMemory) {
         return false;
     }
     ++calls;
-    const bool hit = calls == current.number || (current.onwards && calls > current.number);
-    outcome.hasStruck |= hit;
-    return hit;
+    const bool isHit = calls == current.number || (current.onwards && calls > current.number);
+    outcome.hasStruck |= isHit;
+    return isHit;
 }
 
 /// Whether the system call that asks fails; `errno` is set then.
 bool Fails() {
-    if (current.error == 0 || !IsHit(Target::Calls)) {
+    if (current.error == 0 || !IsHit(false)) {
         return false;
     }
     errno = current.error;
     return true;
 }
 
-/// How many of `size` bytes are moved: all, half, or none, with `errno` set.
-std::size_t Moved(std::size_t size) {
-    if (!IsHit(Target::Calls)) {
-        return size;
-    }
-    errno = current.error;
-    return current.error == 0 ? (size + 1) / 2 : 0;
-}
+/// How many of `size` bytes are moved.
+std::size_t Moved(std::size_t size) { return current.error == 0 && IsHit(false) ? (size + 1) / 2 : size; }
 
 /// Calls the C library's own function, which this program's stands before.
 template <auto function, class... Arguments>
@@ -67,38 +61,48 @@ auto Pass(const char* name, Arguments... arguments) {
     return next(arguments...);
 }
 
-template <auto function, class Result, class... Arguments>
-Result Call(const char* name, Result failure, Arguments... arguments) {
-    return Fails() ? failure : Pass<function>(name, arguments...);
+/// The same, unless the call fails.
+template <auto function, class... Arguments>
+auto Call(const char* name, Arguments... arguments) -> decltype(function(arguments...)) {
+    using Result = decltype(function(arguments...));
+    if (!Fails()) {
+        return Pass<function>(name, arguments...);
+    }
+    if constexpr (std::is_pointer_v<Result>) {
+        return nullptr;
+    } else {
+        return -1;
+    }
+}
+
+auto CountThreads() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
 }
 
 } // namespace
 
-void Faults::Arm(const Fault& fault) {
+Faults::Answers Faults::answers;
+
+Faults::Outcome Faults::Strike(const Fault& fault, const std::function<void()>& action) {
+    const auto threads = CountThreads();
     current = fault;
     outcome = {};
     calls = 0;
     allocations = 0;
-    armed = true;
-}
-
-Faults::Outcome Faults::Disarm() {
-    armed = false;
-    for (std::FILE* const stream : openStreams) {
-        if (stream != nullptr) {
-            ++outcome.streamsLeftOpen;
-            std::fclose(stream);
-        }
+    isArmed = true;
+    action();
+    isArmed = false;
+    for (int i = 0; i < 10000 && CountThreads() > threads; ++i) { // they may still release memory
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    outcome.allocationsLeft = allocations;
     return outcome;
 }
 
-std::ptrdiff_t Faults::AllocationsLeft() { return allocations; }
-
-void Faults::SetVolumesApart(bool apart) { volumesApart = apart; }
+using Faults::answers;
 
 void OnAllocate(std::size_t /*size*/) {
-    if (IsHit(Target::Allocations)) {
+    if (IsHit(true)) {
         throw std::bad_alloc();
     }
     ++allocations;
@@ -108,30 +112,20 @@ void OnRelease() noexcept { --allocations; }
 
 extern "C" {
 
-std::FILE* fopen(const char* path, const char* mode) {
-    std::FILE* const stream = Call<&::fopen>("fopen", static_cast<std::FILE*>(nullptr), path, mode);
-    if (armed && stream != nullptr) {
-        *std::find(openStreams.begin(), openStreams.end(), nullptr) = stream;
-    }
-    return stream;
-}
+std::FILE* fopen(const char* path, const char* mode) { return Call<&::fopen>("fopen", path, mode); }
 
 int fclose(std::FILE* stream) {
-    std::replace(openStreams.begin(), openStreams.end(), stream, static_cast<std::FILE*>(nullptr));
     const bool fails = Fails();
-    if (fails) {
-        __fpurge(stream); // what was buffered does not reach the disk
-    }
-    const int result = Pass<&::fclose>("fclose", stream);
-    return fails ? EOF : result;
+    fails ? __fpurge(stream) : void(); // what was buffered does not reach the disk
+    return Pass<&::fclose>("fclose", stream) | (fails ? EOF : 0);
 }
 
 std::size_t fread(void* data, std::size_t size, std::size_t count, std::FILE* stream) {
-    return Pass<&::fread>("fread", data, size, Moved(count), stream);
+    return Fails() ? 0 : Pass<&::fread>("fread", data, size, Moved(count), stream);
 }
 
 std::size_t fwrite(const void* data, std::size_t size, std::size_t count, std::FILE* stream) {
-    const std::size_t moved = Moved(count);
+    const std::size_t moved = Fails() ? 0 : Moved(count);
     outcome.hasStruckWriting |= moved != count;
     return Pass<&::fwrite>("fwrite", data, size, moved, stream);
 }
@@ -141,38 +135,82 @@ int open(const char* path, int flags, ...) {
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return Call<&::open>("open", -1, path, flags, mode);
+    return Call<&::open>("open", path, flags, mode);
 }
 
 ssize_t read(int descriptor, void* data, std::size_t size) {
-    const std::size_t moved = Moved(size);
-    return moved == 0 && size != 0 ? -1 : Pass<&::read>("read", descriptor, data, moved);
+    return Fails() ? -1 : Pass<&::read>("read", descriptor, data, Moved(size));
 }
 
 ssize_t write(int descriptor, const void* data, std::size_t size) {
-    const std::size_t moved = Moved(size);
-    return moved == 0 && size != 0 ? -1 : Pass<&::write>("write", descriptor, data, moved);
+    return Fails() ? -1 : Pass<&::write>("write", descriptor, data, Moved(size));
 }
 
 int close(int descriptor) {
     const bool fails = Fails();
-    const int result = Pass<&::close>("close", descriptor);
-    return fails ? -1 : result;
+    return Pass<&::close>("close", descriptor) | (fails ? -1 : 0);
 }
 
-DIR* opendir(const char* path) { return Call<&::opendir>("opendir", static_cast<DIR*>(nullptr), path); }
-dirent* readdir(DIR* stream) { return Call<&::readdir>("readdir", static_cast<dirent*>(nullptr), stream); }
-int stat(const char* path, struct stat* status) noexcept { return Call<&::stat>("stat", -1, path, status); }
-int remove(const char* path) noexcept { return Call<&::remove>("remove", -1, path); }
-int unlink(const char* path) noexcept { return Call<&::unlink>("unlink", -1, path); }
-int unlinkat(int folder, const char* path, int flags) noexcept {
-    return Call<&::unlinkat>("unlinkat", -1, folder, path, flags);
+DIR* opendir(const char* path) { return Call<&::opendir>("opendir", path); }
+dirent* readdir(DIR* stream) {
+    dirent* const entry = Call<&::readdir>("readdir", stream);
+    if (entry != nullptr && answers.typesUnknown) {
+        entry->d_type = DT_UNKNOWN;
+    }
+    return entry;
 }
-int mkdir(const char* path, mode_t mode) noexcept { return Call<&::mkdir>("mkdir", -1, path, mode); }
+int stat(const char* path, struct stat* status) noexcept { return Call<&::stat>("stat", path, status); }
+int remove(const char* path) noexcept { return Call<&::remove>("remove", path); }
+int unlink(const char* path) noexcept { return Call<&::unlink>("unlink", path); }
+int unlinkat(int folder, const char* path, int flags) noexcept {
+    return Call<&::unlinkat>("unlinkat", folder, path, flags);
+}
+int mkdir(const char* path, mode_t mode) noexcept { return Call<&::mkdir>("mkdir", path, mode); }
 int rename(const char* from, const char* to) noexcept {
-    return volumesApart ? -1 : Call<&::rename>("rename", -1, from, to);
+    return answers.volumesApart ? -1 : Call<&::rename>("rename", from, to);
 }
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* data) noexcept {
-    return Call<&::pthread_create>("pthread_create", EAGAIN, thread, attributes, start, data);
+    return Call<&::pthread_create>("pthread_create", thread, attributes, start, data);
+}
+
+int statvfs(const char* path, struct statvfs* status) noexcept {
+    const int result = Pass<&::statvfs>("statvfs", path, status);
+    if (answers.blocks != 0) {
+        status->f_bavail = answers.blocks;
+        status->f_bfree = answers.blocks + 10;
+        status->f_bsize = 512;
+        status->f_frsize = 4096;
+    }
+    return result;
+}
+
+ssize_t readlink(const char* path, char* buffer, std::size_t size) noexcept {
+    return answers.executable.empty() ? Pass<&::readlink>("readlink", path, buffer, size)
+                                      : static_cast<ssize_t>(answers.executable.copy(buffer, size));
+}
+
+int usleep(useconds_t microseconds) {
+    answers.slept += microseconds;
+    return answers.isTimed ? 0 : Pass<&::usleep>("usleep", microseconds);
+}
+
+int clock_gettime(clockid_t clock, timespec* now) noexcept {
+    const int result = Pass<&::clock_gettime>("clock_gettime", clock, now);
+    if (answers.isTimed) {
+        *now = {answers.slept / 1000000, answers.slept % 1000000 * 1000};
+    }
+    return result;
+}
+
+int execv(const char* path, char* const* arguments) noexcept {
+    return std::exchange(answers.startsLate, false) ? -1 : Pass<&::execv>("execv", path, arguments);
+}
+
+pid_t waitpid(pid_t process, int* status, int options) {
+    if (std::exchange(answers.isInterrupted, false)) {
+        errno = EINTR;
+        return -1;
+    }
+    return Pass<&::waitpid>("waitpid", process, status, options);
 }
 }

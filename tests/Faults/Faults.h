@@ -1,35 +1,41 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <string>
 
 // Makes the library's calls to the system, and its allocations, fail on demand. The program that links Faults.cpp and
-// Allocations.cpp defines the C library's functions for files and operator new itself, and the dynamic linker routes the
-// shared library's calls through them.
+// Allocations.cpp defines the C library's functions and operator new itself, and the dynamic linker routes the shared
+// library's calls through them.
 namespace Faults {
 
-enum class Target { Calls, Allocations };
-
 struct Fault {
-    Target target = Target::Calls;
-    int number = 0;       ///< the call that fails, counted from 1
-    int error = 0;        ///< its errno; 0: reading and writing alone count, and half of the bytes are moved
-    bool onwards = false; ///< whether all further calls fail too
+    int number = 0;        ///< the call that fails, counted from 1; 0: none
+    int error = 0;         ///< its errno; 0: reading and writing alone count, and half of the bytes are moved
+    bool onwards = false;  ///< whether all further calls fail too
+    bool inMemory = false; ///< whether allocations count in place of calls
 };
 
 struct Outcome {
     bool hasStruck = false;
-    bool hasStruckWriting = false;   ///< a call of fwrite
-    std::size_t streamsLeftOpen = 0; ///< opened since Arm and never closed; Disarm closes them
+    bool hasStruckWriting = false;      ///< a call of fwrite
+    std::ptrdiff_t allocationsLeft = 0; ///< made and not released
 };
 
-/// Lets `fault` strike from now to Disarm, on every thread.
-void Arm(const Fault& fault);
-Outcome Disarm();
+/// Lets `fault` strike while `action` runs, and the threads that it starts.
+Outcome Strike(const Fault& fault, const std::function<void()>& action);
 
-/// How many allocations were made and not released since Arm, after Disarm too.
-std::ptrdiff_t AllocationsLeft();
-
-/// Makes every rename fail as it does across file systems, until it is called with false.
-void SetVolumesApart(bool apart);
+/// What the system answers other than it would.
+struct Answers {
+    bool volumesApart = false;  ///< whether renaming fails as it does across file systems
+    bool typesUnknown = false;  ///< whether folders do not tell of what type their entries are
+    bool startsLate = false;    ///< whether the next program can be started by the second attempt only
+    bool isInterrupted = false; ///< whether a signal interrupts the next wait for a child
+    bool isTimed = false;       ///< whether the clock stands still but for usleep
+    long long slept = 0;        ///< microseconds, by usleep
+    unsigned long blocks = 0; ///< of 512 bytes that anybody may use, of 10 more, in fragments of 4096; 0: the true ones
+    std::string executable;   ///< the path of the running program; empty: the true one
+};
+extern Answers answers;
 
 } // namespace Faults

@@ -1,12 +1,12 @@
 #include <FrameworkBase/FileNames/UniqueNames.h>
 
-#include "tests/FileNames/PathTables.h"
+#include "tests/support/DiskTest.h"
 
 using namespace Tolvex::FileNames;
 
-class UniqueNames : public DiskTreeTest {};
+using UniqueNames = DiskTest;
 
-TEST_F(UniqueNames, LowestFreeNumberWins) {
+TEST_F(UniqueNames, NumbersAreSkippedOrTakenTwice) {
     const auto file = [this](const std::string& stem, const std::string& ext) {
         const std::string found = ComposeNewFilenameAndCheckExists(stem, ext);
         EXPECT_EQ(ComposeNewFilenameAndCheckExists("", stem, ext), found);

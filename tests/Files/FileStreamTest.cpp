@@ -21,7 +21,7 @@ struct FileStream : DiskTest {
     FlapFiles::CFile file;
 };
 
-TEST_F(FileStream, WritesReadsAndMoves) {
+TEST_F(FileStream, PositionIsLost) {
     Open("");
     EXPECT_EQ(file.Write("0123456789", 10), 10);
     EXPECT_TRUE(file.Flush());
@@ -41,7 +41,7 @@ TEST_F(FileStream, WritesReadsAndMoves) {
     EXPECT_TRUE(file.Close());
 }
 
-TEST_F(FileStream, ClosedFile) {
+TEST_F(FileStream, ClosedFileIsTouched) {
     for (int openings = 0; openings < 2; ++openings) {
         EXPECT_EQ(file.handle, nullptr);
         EXPECT_EQ(file.GetCurrentPosition(), seekFailed);
@@ -56,7 +56,7 @@ TEST_F(FileStream, ClosedFile) {
     }
 }
 
-TEST_F(FileStream, OpeningReplacesTheHandleWhateverComesOfIt) {
+TEST_F(FileStream, OpeningClosesOrKeepsTheOldHandle) {
     Open("first");
     const std::unique_ptr<FlapFiles::CFileBase> first(file.Clone()); // on the same stream
     Open("second");
@@ -72,7 +72,7 @@ TEST_F(FileStream, OpeningReplacesTheHandleWhateverComesOfIt) {
     EXPECT_EQ(file.handle, nullptr);
 }
 
-TEST_F(FileStream, IntegersMoveAsTheirBytes) {
+TEST_F(FileStream, IntegersChangeOrShortOnesPass) {
     Open("");
     file.WriteData(-2);
     file.WriteData(0x0102030405060708LL);
@@ -94,7 +94,7 @@ TEST_F(FileStream, IntegersMoveAsTheirBytes) {
     EXPECT_EQ(MessageOf([&] { other.WriteData(1), other.WriteData(1LL); }), "Error writing data");
 }
 
-TEST(DeSerializeString, ReadsAsFarAsTheBytesGo) {
+TEST(DeSerializeString, OtherBytesAreTaken) {
     const std::string x1024(1024, 'x');
     const std::tuple<int, std::string, std::string, std::size_t> cases[] = {
         {4, {"abc\0next", 8}, "abc", 4},
@@ -117,7 +117,7 @@ TEST(DeSerializeString, ReadsAsFarAsTheBytesGo) {
     }
 }
 
-TEST(DeSerializeString, SwallowsStandardExceptionsOnly) {
+TEST(DeSerializeString, OtherExceptionsAreSwallowed) {
     for (const long long failingRead : {4, 9}) { // the length, and the text
         const auto read = [failingRead](const auto& exception) {
             MemoryStream stream(std::string("\x9\0\0\0take.wav\0", 13));

@@ -1,13 +1,11 @@
 #include "tests/support/DiskTest.h"
 
+#include "tests/support/SafeFolder.h"
+
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
-#include <system_error>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -15,107 +13,99 @@ namespace {
 
 fs::path sandbox;
 
-/// Empties the sandbox but for the folders that every test begins with.
-void RestoreSandbox() {
-    fs::current_path("/");
-    fs::remove_all(sandbox);
-    umask(0); // open to the user that AsOrdinaryUser becomes
-    for (const char* name : {"home/Library/Application Support", "test", "tmp", "work"}) {
-        fs::create_directories(sandbox / name);
-    }
-    umask(022);
-    fs::current_path(sandbox / "work");
-}
-
-void Account(std::set<std::string>& accounted, fs::path path) {
-    for (; path.has_relative_path(); path = path.parent_path()) {
-        accounted.insert(path);
-    }
-}
-
-void ExpectNothingLeftBehind(std::set<std::string> accounted) {
-    for (const char* name : {"home/Library/Application Support/Tolvex Studio 10", "test", "tmp", "work"}) {
-        Account(accounted, sandbox / name);
-    }
-    for (const auto& entry : fs::recursive_directory_iterator(sandbox)) {
-        EXPECT_EQ(accounted.count(entry.path()), 1U) << "left behind: " << entry.path();
-    }
-}
-
 struct SandboxEnvironment : testing::Environment {
     void SetUp() override {
         if (sandbox.empty()) { // the library asks for "HOME" once in a process
-            std::string name = fs::canonical(fs::temp_directory_path()) / "frameworkbase-tests-XXXXXX";
-            sandbox = mkdtemp(name.data());
+            sandbox = MakeSafeFolder();
+            fs::permissions(sandbox.parent_path(), fs::perms::all); // open to the user that AsOrdinaryUser becomes
             setenv("HOME", (sandbox / "home").c_str(), 1);
             setenv("TMPDIR", (sandbox / "tmp").c_str(), 1);
+            fs::create_directory(sandbox / "tmp");
         }
-        RestoreSandbox();
     }
     void TearDown() override {
-        ExpectNothingLeftBehind({});
         fs::current_path("/");
-        fs::remove_all(sandbox);
+        fs::remove_all(sandbox.parent_path());
     }
 };
 const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
-
-/// The open descriptors of the process, each with what it refers to.
-std::set<std::string> OpenDescriptors() {
-    std::set<std::string> open;
-    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-        if (fcntl(descriptor, F_GETFD) != -1) {
-            std::error_code noLink;
-            const std::string name = "/dev/fd/" + std::to_string(descriptor);
-            open.insert(name + " is " + fs::read_symlink(name, noLink).string());
-        }
-    }
-    return open;
-}
 
 } // namespace
 
 std::string DiskTest::InSandbox(const std::string& name) { return sandbox / name; }
 
+void DiskTest::MakeEmpty(const std::string& path) {
+    fs::remove_all(path);
+    const mode_t mask = umask(0);
+    fs::create_directories(path);
+    umask(mask);
+}
+
+std::size_t DiskTest::CountOpenFiles() {
+    std::size_t count = 0;
+    for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+        count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+    }
+    return count;
+}
+
 void DiskTest::SetUp() {
-    RestoreSandbox();
-    openAtStart = OpenDescriptors();
+    fs::current_path("/");
+    for (const std::string& path : {sandbox.string(), folder, temporaryFolder, workingFolder}) {
+        MakeEmpty(path);
+    }
+    MakeEmpty(fs::path(applicationFolder).parent_path());
+    fs::current_path(workingFolder);
+    openAtStart = CountOpenFiles();
 }
 
 void DiskTest::TearDown() {
-    std::set<std::string> left = OpenDescriptors();
-    for (const std::string& descriptor : openAtStart) {
-        left.erase(descriptor);
-    }
-    EXPECT_EQ(left.size(), expectedOpenFiles) << "still open: " << testing::PrintToString(left);
-    ExpectNothingLeftBehind(accounted);
-    RestoreSandbox();
+    EXPECT_EQ(CountOpenFiles(), openAtStart + expectedOpenFiles) << "files are still open";
+    fs::remove_all(folder);
+    fs::remove_all(applicationFolder);
+    EXPECT_EQ(List(sandbox), "home/, home/Library/, home/Library/Application Support/, tmp/, work/") << "left behind";
 }
 
-std::string DiskTest::MakeFile(const std::string& name, const std::string& content) {
+std::string DiskTest::MakeFile(const std::string& name, const std::string& content) const {
     const fs::path path = fs::path(folder) / name;
     MakeFolder(path.parent_path());
     EXPECT_TRUE(std::ofstream(path, std::ios::binary) << content) << path;
-    accounted.insert(path);
     return path;
 }
 
-std::string DiskTest::MakeFolder(const std::string& name) {
+std::string DiskTest::MakeFolder(const std::string& name) const {
     const fs::path path = fs::path(folder) / name;
     fs::create_directories(path);
-    Account(accounted, path);
     return path;
 }
 
-std::vector<std::string> DiskTest::Tree(const std::string& root) {
-    std::vector<std::string> tree;
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        accounted.insert(entry.path());
-        const bool isFolder = entry.symlink_status().type() == fs::file_type::directory;
-        tree.push_back(entry.path().lexically_relative(root).string() + (isFolder ? "/" : ""));
+void DiskTest::Make(const std::string& list) const {
+    for (const std::string& name : Cells(list)) {
+        if (const std::size_t arrow = name.find(" -> "); arrow != std::string::npos) {
+            fs::create_symlink(name.substr(arrow + 4), Path(name.substr(0, arrow)));
+        } else if (!name.empty()) {
+            name.back() == '/' ? MakeFolder(name.substr(0, name.size() - 1)) : MakeFile(name, name);
+        }
     }
-    std::sort(tree.begin(), tree.end());
-    return tree;
+}
+
+std::string DiskTest::List(const std::string& root) const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        const bool isFolder = entry.symlink_status().type() == fs::file_type::directory;
+        names.push_back(entry.path().lexically_relative(root).string() + (isFolder ? "/" : ""));
+    }
+    std::sort(names.begin(), names.end());
+    return Joined(names);
+}
+
+std::string DiskTest::ListWithContents(const std::string& root) const {
+    std::vector<std::string> names = Cells(List(root));
+    for (std::string& name : names) {
+        const std::string path = root + '/' + name;
+        name += fs::is_regular_file(path) && Content(path) != name ? "=" + Content(path) : "";
+    }
+    return Joined(names);
 }
 
 std::string Content(const std::string& path) {
@@ -124,16 +114,8 @@ std::string Content(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-AsOrdinaryUser::AsOrdinaryUser() {
-    constexpr uid_t nobody = 65534;
-    EXPECT_TRUE(getuid() != 0 || seteuid(nobody) == 0);
+std::string PathOfLength(std::string folder, std::size_t length) {
+    for (; folder.size() + 250 < length; folder += '/' + std::string(100, 'd')) {
+    }
+    return folder + '/' + std::string(length - folder.size() - 1, 'e');
 }
-
-AsOrdinaryUser::~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-
-EnvironmentVariable::EnvironmentVariable(const char* variable, const char* value)
-    : name(variable), wasSet(std::getenv(name) != nullptr), before(wasSet ? std::getenv(name) : "") {
-    value == nullptr ? unsetenv(name) : setenv(name, value, 1);
-}
-
-EnvironmentVariable::~EnvironmentVariable() { wasSet ? setenv(name, before.c_str(), 1) : unsetenv(name); }

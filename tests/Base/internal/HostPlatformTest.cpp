@@ -1,0 +1,55 @@
+#include <FrameworkBase/Base/internal/HostPlatform.h>
+
+#include <FrameworkBase/Base/internal/DateTime.h>
+
+#include <chrono>
+#include <gtest/gtest.h>
+#include <iostream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// What every back-end has to do, whichever system it is for.
+
+using namespace Tolvex::HostPlatform;
+using VarnelNative::Utility::DateTime;
+
+static_assert(sizeof(DateTime) == 8);
+static_assert(DateTime::unixEpoch + 19'723 * DateTime::ticksPerDay == 133'485'408'000'000'000); // 2024-01-01
+
+TEST(HostPlatform, ExecutablePathOverrunsItsBuffer) {
+    std::string path(2000, '#');
+    ASSERT_EQ(GetExecutablePath(path.data(), 2000), 0);
+    path.resize(path.find('\0'));
+    EXPECT_EQ(access(path.c_str(), X_OK), 0) << path;
+    const auto length = static_cast<std::uint32_t>(path.size());
+    for (const std::uint32_t size : {0U, 1U, length, length + 1}) {
+        std::string buffer(2000, '#');
+        EXPECT_EQ(GetExecutablePath(buffer.data(), size), size > length ? 0 : -1);
+        EXPECT_EQ(buffer, size > length ? path + '\0' + std::string(1999 - length, '#') : std::string(2000, '#'));
+    }
+}
+
+TEST(HostPlatform, TemporaryFolderIsNoFolderOfTheUsersOrAnotherEachTime) {
+    const std::string folder = GetTemporaryFolder();
+    struct stat status {};
+    ASSERT_EQ(stat(folder.c_str(), &status), 0) << folder;
+    EXPECT_TRUE(S_ISDIR(status.st_mode)) << folder;
+    EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
+    EXPECT_EQ(GetTemporaryFolder(), folder);
+}
+
+TEST(HostPlatform, ErrorStreamIsAnotherThanTheStandardOne) { EXPECT_EQ(&ErrorStream(), &std::cerr); }
+
+TEST(HostPlatform, ClockIsNotTheCalendars) {
+    const auto systemClock = [] {
+        const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+        return 116'444'736'000'000'000 + sinceEpoch.count() / 100;
+    };
+    for (int i = 0; i < 1000; ++i) {
+        const long long before = systemClock();
+        const long long now = DateTime::Now().ticks;
+        constexpr long long microsecond = 10; // the unit of the standard library's clock on macOS
+        EXPECT_LE(before, now);
+        EXPECT_LE(now, systemClock() + microsecond - 1);
+    }
+}

@@ -1,0 +1,119 @@
+#include "tests/Faults/Faults.h"
+#include "tests/support/DiskTest.h"
+#include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/FolderListing.h>
+#include <FrameworkBase/FileNames/KnownFolders.h>
+#include <FrameworkBase/FileNames/Processes.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <sys/wait.h>
+#include <system_error>
+
+// What the library makes of answers that this system does not give, or not when a test wants them.
+
+using namespace Tolvex;
+using namespace Tolvex::FileNames;
+using Faults::answers;
+
+namespace {
+
+struct SystemTest : DiskTest {
+    void SetUp() override {
+        DiskTest::SetUp();
+        answers = {};
+    }
+    void TearDown() override {
+        answers = {};
+        DiskTest::TearDown();
+    }
+};
+
+pid_t Launch(std::vector<std::string> arguments) {
+    HANDLE process = LaunchProcess(arguments[0], arguments);
+    if (process == nullptr) {
+        _exit(127);
+    }
+    return static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process));
+}
+
+TEST_F(SystemTest, FoldersAreTakenForFilesWhereTypesAreUnknown) {
+    answers.typesUnknown = true;
+    Make("a/s/x, a/y, t/z, a/l -> ../t");
+    EXPECT_EQ(Joined(GetFolderSubfolders(Path("a"))), "s");
+    std::vector<std::string> files = GetFolderFiles(Path("a"));
+    std::sort(files.begin(), files.end());
+    EXPECT_EQ(Joined(files), "l, y");
+    remove_dir_content(Path("a").c_str(), 0);
+    EXPECT_EQ(List(), "t/");
+}
+
+TEST_F(SystemTest, BlocksOfTheSuperuserCountAsAvailable) {
+    answers.blocks = 0x100000001;
+    EXPECT_EQ(GetAvailableSpace(folder), 0x100000001ULL * 512);
+    answers.blocks = 0;
+    EXPECT_EQ(GetAvailableSpace(Path("missing")), 0xFFFFFFFFFFFFFFFFU);
+}
+
+TEST_F(SystemTest, PathOfTheExecutableOverrunsTheBufferOrKeepsABackslash) {
+    std::array<char, 2000> buffer{};
+    for (const std::size_t length : {1023U, 1024U, 1039U, 1040U, 1500U}) {
+        buffer.fill('#');
+        answers.executable = '/' + std::string(length - 1, 'p');
+        EXPECT_EQ(MacGetExecutablePath(buffer.data()), length < 1040 ? 0 : -1);
+        EXPECT_EQ(std::count(buffer.begin(), buffer.end(), '#'),
+                  length < 1040 ? 1999 - static_cast<int>(length) : 2000);
+        EXPECT_EQ(GetModuleFilename(), length < 1024 ? answers.executable : "");
+        path_directory_programma(buffer.data(), true);
+        EXPECT_STREQ(buffer.data(), "");
+    }
+    answers.executable = "/opt/app\\\\/program";
+    path_directory_programma(buffer.data(), true);
+    EXPECT_STREQ(buffer.data(), "/opt/app\\") << "one of them goes";
+}
+
+TEST_F(SystemTest, WaitEndsARoundEarlyOrLate) {
+    answers.isTimed = true;
+    const pid_t child = Launch({"/bin/sleep", "60"});
+    const HANDLE process = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(child));
+    constexpr std::array<int, 2> rows[] = {{-2, 200}, {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}};
+    for (const auto [timeout, expected] : rows) {
+        answers.slept = 0;
+        EXPECT_FALSE(WaitForProcess(process, timeout));
+        EXPECT_EQ(answers.slept, expected * 1000LL) << timeout;
+    }
+    kill(child, SIGKILL);
+    EXPECT_TRUE(WaitForProcess(process, -1));
+}
+
+TEST_F(SystemTest, SecondAttemptToStartDoesNotStartOrLeavesTheFirstChild) {
+    answers.startsLate = answers.isInterrupted = true;
+    const pid_t child = Launch({"/bin/true"});
+    int status = 0;
+    EXPECT_EQ(wait(&status), child) << "the other one has been waited for";
+    EXPECT_EQ(status, 0) << "it ran the program";
+    EXPECT_EQ(wait(&status), -1);
+}
+
+TEST_F(SystemTest, ListingIsNeverFreed) {
+    Make("a, b");
+    std::string path = folder;
+    std::string name(20, '\0');
+    const Faults::Outcome outcome = Faults::Strike({}, [&] {
+        void* listing = nullptr;
+        GetFolderFiles(path.data(), nullptr, 0, &listing);
+        while (GetFolderFiles(nullptr, name.data(), 20, &listing) >= 0) {
+        }
+    });
+    EXPECT_EQ(outcome.allocationsLeft, 0);
+}
+
+TEST_F(SystemTest, TrashFolderIsAskedForOnTheThreadOfTheCleanup) {
+    const auto cleanUp = [] { EXPECT_THROW(CleanupTrashFolder(false, {}), std::system_error); };
+    Faults::Strike({2, EACCES, false, false}, cleanUp); // the first call makes the application folder
+    EXPECT_EQ(List(home + "/Library/Application Support"), "Tolvex Studio 10/");
+}
+
+} // namespace

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+/// Makes a folder for this process in "TMPDIR", or else in memory or in /tmp. A library that is broken may remove what is
+/// around it: the folder is two levels further down, and a "TMPDIR" that is a system's folder or in one is refused.
+inline std::filesystem::path MakeSafeFolder() {
+    const char* const asked = std::getenv("TMPDIR");
+    const char* const usual = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
+    const auto place = std::filesystem::canonical(asked != nullptr ? asked : usual);
+    const bool isSystems = place.parent_path().parent_path() == place.root_path();
+    if (isSystems && asked != nullptr && place != "/tmp" && place != "/var/tmp" && place != "/private/tmp") {
+        std::fprintf(stderr, "tests do not run in %s: a broken library would remove what is beside it\n",
+                     place.c_str());
+        std::abort();
+    }
+    std::string folder = place / "frameworkbase-XXXXXX";
+    const std::filesystem::path made = std::filesystem::path(mkdtemp(folder.data())) / "tests";
+    std::filesystem::create_directory(made);
+    return made;
+}
