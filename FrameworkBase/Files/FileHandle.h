@@ -23,7 +23,10 @@ inline constexpr unsigned int FILE_ATTRIBUTE_NORMAL = 0x80; ///< attributes; ign
 /// @}
 
 /// What CreateFile returns when the file cannot be opened: all bits set. Never null.
-static std::FILE* const INVALID_HANDLE_VALUE = reinterpret_cast<std::FILE*>(-1);
+inline std::FILE* const INVALID_HANDLE_VALUE = reinterpret_cast<std::FILE*>(-1);
+
+/// What a stream's Seek returns when it fails: not negative, as callers carry positions in 32 bits.
+inline constexpr long long INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
 
 /// Opens `fileName`, a zero-terminated path. Of the other arguments only `desiredAccess` and `creationDisposition`
 /// are read; there is no sharing and there are no attributes or templates.

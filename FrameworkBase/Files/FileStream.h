@@ -2,6 +2,7 @@
 
 #include <FrameworkBase/Base/Export.h>
 #include <FrameworkBase/Base/TolvexException.h>
+#include <FrameworkBase/Files/FileHandle.h>
 
 #include <cstdio>
 #include <string>
