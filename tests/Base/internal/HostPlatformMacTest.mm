@@ -34,8 +34,6 @@ TEST(HostPlatform, ExecutablePathNeedsRoomForItsTerminator) {
     EXPECT_EQ(buffer, path + '\0' + std::string(2000 - length - 1, '#'));
 }
 
-TEST(HostPlatform, ErrorStreamIsTheStandardOne) { EXPECT_EQ(&ErrorStream(), &std::cerr); }
-
 TEST(HostPlatform, ThreadsNeedNoPoolOfTheirOwn) {
     testing::internal::CaptureStderr(); // where Foundation complains of objects that no pool will release
     std::thread([] {
