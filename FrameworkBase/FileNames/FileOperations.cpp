@@ -157,8 +157,8 @@ void remove_dir_content(const char* folder, int depth) {
         if (IsDotOrDotDot(entry->d_name)) {
             continue;
         }
-        // Every step goes by the whole path, looked up anew: while the folder is moved, or a link in the path changes, by
-        // others, nothing is deleted but what stands below `folder` at that moment.
+        // Every step goes by the whole path, looked up anew: while the folder is moved, or a link in the path changes,
+        // by others, nothing is deleted but what stands below `folder` at that moment.
         std::array<char, 1040> child;
         std::snprintf(child.data(), child.size(), "%s/%s", folder, entry->d_name);
         const mode_t mode = ModeOf(child.data());

@@ -31,10 +31,10 @@ inline constexpr long long INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
 /// Opens `fileName`, a zero-terminated path. Of the other arguments only `desiredAccess` and `creationDisposition`
 /// are read; there is no sharing and there are no attributes or templates.
 ///
-///     desiredAccess             CREATE_ALWAYS  OPEN_EXISTING  OPEN_ALWAYS          any other
-///     at least 0xC0000000    => "w+b"          "r+b"          "r+b", then "w+b"    throws
-///     GENERIC_WRITE          => "wb"           "r+b"          throws               throws
-///     without GENERIC_WRITE  => "rb"           "rb"           "rb", then "w+b"     "rb"
+///     desiredAccess                CREATE_ALWAYS  OPEN_EXISTING  OPEN_ALWAYS          any other
+///     at least 0xC0000000       => "w+b"          "r+b"          "r+b", then "w+b"    throws
+///     below, with GENERIC_WRITE => "wb"           "r+b"          throws               throws
+///     without GENERIC_WRITE     => "rb"           "rb"           "rb", then "w+b"     "rb"
 ///
 /// The second mode of `OPEN_ALWAYS` is tried when the first fails, on the read-only path too: opening a missing file
 /// with `GENERIC_READ` and `OPEN_ALWAYS` creates it, empty, and returns it open for reading and writing. A folder

@@ -134,7 +134,8 @@ char* EncodeSequence(char32_t codePoint, char* out) {
     return out;
 }
 
-/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is malformed.
+/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is
+/// malformed.
 wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* const wide) {
     wchar_t* out = wide;
     while (next != end) {

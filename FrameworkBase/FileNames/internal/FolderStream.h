@@ -13,8 +13,8 @@ struct CloseFolder {
 };
 using FolderStream = std::unique_ptr<DIR, CloseFolder>;
 
-/// Kind and permissions of what is at `path`, links followed; 0 when that cannot be told. Removing a folder counts on its
-/// being a call: so a level of the recursion is small enough for the stack of any thread.
+/// Kind and permissions of what is at `path`, links followed; 0 when that cannot be told. Removing a folder counts on
+/// its being a call: so a level of the recursion is small enough for the stack of any thread.
 mode_t ModeOf(const char* path);
 
 /// Whether `name` is "." or "..".

@@ -77,9 +77,9 @@ private:
     bool blockWasShort = false;
 };
 
-/// Writes a database file. The fields of a record reach the stream as one write, or a few, smaller than its own block: so
-/// the disk gets the same bytes, and an error shows, at the same places as if the stream took each field by itself. Left
-/// open unless it is closed.
+/// Writes a database file. The fields of a record reach the stream as one write, or a few, smaller than its own block:
+/// so the disk gets the same bytes, and an error shows, at the same places as if the stream took each field by itself.
+/// Left open unless it is closed.
 class RecordWriter {
 public:
     explicit RecordWriter(const std::string& path) {
