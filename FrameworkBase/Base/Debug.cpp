@@ -1,6 +1,6 @@
 #include <FrameworkBase/Base/Debug.h>
 
-#include <FrameworkBase/Base/internal/HostPlatform.h>
+#include <FrameworkBase/Base/internal/ErrorStream.h>
 
 #include <cstdarg>
 #include <cstdio>
@@ -14,7 +14,7 @@ namespace Tolvex::Debug {
 
 void DebugBreak() { std::abort(); }
 
-void OutputDebugString(const char* str) { HostPlatform::ErrorStream() << str << std::endl; }
+void OutputDebugString(const char* str) { ErrorStream() << str << std::endl; }
 
 void TraceRelease(const char* format, ...) {
     std::size_t size = 20480;

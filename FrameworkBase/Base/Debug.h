@@ -9,8 +9,7 @@
 /// and the text of a trace and its line ends may be parted. Errors of the stream are ignored.
 /// @{
 
-/// The window type of the application's assertion boxes. The library only passes pointers to it and never defines
-/// it.
+/// The window type of the application's assertion boxes. The library never defines it.
 class WindowImpl;
 
 /// Does nothing on this platform: the pointer, null or not, is neither kept nor called.

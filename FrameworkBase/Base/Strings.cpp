@@ -9,8 +9,9 @@ namespace Tolvex::Strings {
 std::wstring wstringFromS(const char* text) { return HostPlatform::WideFromUtf8(text); }
 
 std::string stringFromW(wchar_t* text) {
-    const std::size_t length = wcsnlen(text, HostPlatform::wideLimit);
-    if (length == HostPlatform::wideLimit) {
+    constexpr std::size_t refusedLength = 2000;
+    const std::size_t length = wcsnlen(text, refusedLength);
+    if (length == refusedLength) {
         return {};
     }
     return HostPlatform::Utf8FromWide(text, length);

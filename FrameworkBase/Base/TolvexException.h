@@ -13,9 +13,10 @@
 /// "Error writing to file" and "Unsupported". Thrown by value; catch it by reference, in any module. It has no
 /// base class, so a handler for `std::exception` does not catch it.
 ///
-/// Its type has one identity in the whole process because the library alone defines its virtual table and type
-/// record: constructor and destructor stay inline in this declaration, which makes `KeyFunction` the function that
-/// decides where those are emitted. Defining the destructor in a source file would undo that.
+/// Its type has one identity in the whole process because the library alone defines its virtual table and type record:
+/// they are emitted where the first virtual function that is not inline is defined, and that is `KeyFunction`. With a
+/// destructor defined in a source file that would be the destructor, one more name that programs have to find in the
+/// library.
 class FRAMEWORKBASE_EXPORT TolvexException {
 public:
     /// Copies `text`, a zero-terminated text. Null gives an empty message.

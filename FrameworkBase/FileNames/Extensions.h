@@ -11,8 +11,8 @@ namespace Tolvex::FileNames {
 /// "/" separates. An extension is passed with its leading dot and appended as it is, unless said otherwise.
 ///
 /// What counts as an extension differs from function to function, and callers rely on each of them. Two rules occur
-/// where a dot has to be chosen: the last of the whole text, or the last provided that no "/" follows it, the last of
-/// the file name.
+/// where a dot has to be chosen: the last of the whole text; or the last of the file name, which is the last of the
+/// text unless a "/" follows it.
 /// @{
 
 /// The text from the last dot of the file name on, the dot included. The whole name when there is none:
@@ -43,8 +43,10 @@ FRAMEWORKBASE_EXPORT int extension_change(char* name, char* ext);
 ///     ("a", ".wav")     => "a.wav"     ("a.txt", "wav")   => "awav"
 FRAMEWORKBASE_EXPORT std::string ExtensionChange(std::string name, std::string ext);
 
-/// `name` as it is when it has the extension already, ASCII letter case ignored; otherwise as ExtensionChange. Of an
-/// extension only 48 characters are compared. `name` ends at its first zero byte for the comparison.
+/// `name` as it is when it has the extension already; otherwise as ExtensionChange. Letter case is ignored, by the
+/// rules of the locale in force: that of ASCII in the C locale. A name shorter than the dot and the whole extension
+/// does not have it; of a longer one the end is compared with the dot and the first 48 characters of the extension.
+/// `name` ends at its first zero byte for the test.
 ///
 ///     ("Take.WAV", ".wav") => "Take.WAV"     ("take", ".wav") => "take.wav"
 ///     ("take.aif", ".wav") => "take.wav"     ("take.", "wav") => "take."

@@ -6,15 +6,13 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 #include <FrameworkBase/Files/internal/ReadProbe.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace Tolvex::FileNames {
 
@@ -77,11 +75,10 @@ bool CreateDirectory(std::string path) { return mkdir(path.c_str(), 0777) >= 0; 
 bool CreateDirectories(std::string path) {
     const std::vector<std::string> parts = Strings::Split(path, '/');
     std::string folder;
-    for (const std::string& part : parts) {
+    for (std::size_t level = 0; level < parts.size(); ++level) {
         folder += '/';
-        folder += part;
-        const bool isFirst = &part == &parts.front();
-        if (!isFirst && !CheckFileExistsEvenIfNotAccessible(folder) && !CreateDirectory(folder)) {
+        folder += parts[level];
+        if (level > 0 && !CheckFileExistsEvenIfNotAccessible(folder) && !CreateDirectory(folder)) {
             return false;
         }
     }
@@ -94,26 +91,29 @@ int cp(const char* destination, const char* source) {
         return -1;
     }
     Descriptor out(open(destination, O_WRONLY | O_CREAT | O_EXCL, 0666));
-    return out.IsOpen() && CopyContents(out.Number(), in.Number()) && out.Close() ? 0 : -1;
+    if (!out.IsOpen() || !CopyContents(out.Number(), in.Number())) {
+        return -1;
+    }
+    return out.Close() ? 0 : -1;
 }
 
 bool CopyFile(std::string source, std::string destination, bool failIfExists, CopyFileError* error) {
-    const auto fail = [error](CopyFileError reason) {
-        if (error != nullptr) {
-            *error = reason;
-        }
-        return false;
-    };
     if (OpensForReading(destination)) {
         if (failIfExists) {
-            return fail(DestinationExists);
+            if (error != nullptr) {
+                *error = DestinationExists;
+            }
+            return false;
         }
         unlink(destination.c_str());
     }
     if (cp(destination.c_str(), source.c_str()) == 0) {
         return true;
     }
-    return fail(error != nullptr && OpensForReading(source) ? CopyFailed : SourceNotFound);
+    if (error != nullptr) {
+        *error = OpensForReading(source) ? CopyFailed : SourceNotFound;
+    }
+    return false;
 }
 
 void CopyFolder(std::string source, std::string destination) {
@@ -146,81 +146,34 @@ int TolvexSetCurrentDirectory(const char* path) { return chdir(path); }
 
 } // namespace Tolvex::FileNames
 
-namespace {
-
-constexpr int deepestLevel = 20;
-
-/// The path of an entry of a folder in the 1040 bytes that a level of remove_dir_content has for it. What does not fit
-/// is cut off.
-class ChildPath {
-public:
-    ChildPath(const char* folder, const char* name)
-        : length(static_cast<std::size_t>(std::snprintf(path.data(), path.size(), "%s/%s", folder, name))) {}
-
-    const char* Text() const { return path.data(); }
-
-    /// Whether it is the entry's path, and one that the system takes.
-    bool IsWhole() const { return length < std::min<std::size_t>(path.size(), PATH_MAX); }
-
-private:
-    std::array<char, 1040> path;
-    std::size_t length;
-};
-
-enum class EntryKind { None, File, Folder };
-
-/// What is behind a path, links followed.
-EntryKind KindByStatus(const char* path) {
-    struct stat status {};
-    if (stat(path, &status) != 0) {
-        return EntryKind::None;
-    }
-    return S_ISDIR(status.st_mode) ? EntryKind::Folder : EntryKind::File;
-}
-
-/// KindByStatus without the call where the reported type and a whole path leave no doubt.
-EntryKind Kind(const dirent& entry, const ChildPath& child) {
-    if (!child.IsWhole() || entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN) {
-        return KindByStatus(child.Text());
-    }
-    return entry.d_type == DT_DIR ? EntryKind::Folder : EntryKind::File;
-}
-
-} // namespace
-
 void remove_dir_content(const char* folder, int depth) {
     using namespace Tolvex::FileNames;
-    {
-        const FolderStream stream(opendir(folder));
-        if (stream == nullptr) {
-            return;
+    constexpr int deepestLevel = 20;
+    FolderStream stream(opendir(folder));
+    if (stream == nullptr) {
+        return;
+    }
+    while (const dirent* const entry = readdir(stream.get())) {
+        if (IsDotOrDotDot(entry->d_name)) {
+            continue;
         }
-        while (const dirent* const entry = readdir(stream.get())) {
-            if (IsDotOrDotDot(entry->d_name)) {
-                continue;
+        // Every step goes by the whole path, looked up anew: while the folder is moved, or a link in the path changes,
+        // by others, nothing is deleted but what stands below `folder` at that moment.
+        std::array<char, 1040> child;
+        std::snprintf(child.data(), child.size(), "%s/%s", folder, entry->d_name);
+        const mode_t mode = ModeOf(child.data());
+        if (mode == 0) {
+            continue;
+        }
+        if (!S_ISDIR(mode)) {
+            unlink(child.data());
+        } else if (unlinkat(dirfd(stream.get()), child.data(), AT_REMOVEDIR) != 0) {
+            if (depth < deepestLevel) {
+                remove_dir_content(child.data(), depth + 1);
             }
-            const ChildPath child(folder, entry->d_name);
-            switch (Kind(*entry, child)) {
-            case EntryKind::None:
-                break;
-            case EntryKind::File:
-                if (child.IsWhole()) {
-                    unlinkat(dirfd(stream.get()), entry->d_name, 0); // the same file, found without walking the path
-                } else {
-                    unlink(child.Text());
-                }
-                break;
-            case EntryKind::Folder:
-                // The whole path is relative to the stream's folder here, so a relative one seldom names anything.
-                if (unlinkat(dirfd(stream.get()), child.Text(), AT_REMOVEDIR) != 0) {
-                    if (depth < deepestLevel) {
-                        remove_dir_content(child.Text(), depth + 1);
-                    }
-                    unlinkat(dirfd(stream.get()), child.Text(), AT_REMOVEDIR);
-                }
-                break;
-            }
+            unlinkat(dirfd(stream.get()), child.data(), AT_REMOVEDIR);
         }
     }
+    stream.reset();
     std::remove(folder);
 }

@@ -26,8 +26,8 @@ FRAMEWORKBASE_EXPORT bool CreateDirectory(std::string path);
 
 /// Creates the folder `path` and those missing above it. The path counts from the root whether or not it begins with
 /// "/", and its first component is taken to exist: it is neither created nor looked at. Whatever exists on the way is
-/// taken for a folder. False as soon as one cannot be created; those made until then stay. It fails as well when another
-/// thread or program creates the same folder in between: a further call goes on from there.
+/// taken for a folder. False as soon as one cannot be created; those made until then stay. It fails as well when
+/// another thread or program creates the same folder in between: a further call goes on from there.
 ///
 ///     "/tmp/x/y" => true: /tmp/x, /tmp/x/y     "tmp//x/"  => true: /tmp/x
 ///     "/solo"    => true: nothing              "/", ""    => true: nothing
@@ -42,29 +42,39 @@ FRAMEWORKBASE_EXPORT int cp(const char* destination, const char* source);
 /// Copies the file `source` to `destination`. A destination that can be opened for reading is refused with
 /// `failIfExists` and otherwise REMOVED FIRST, even if the copy then fails; one that exists but cannot be read makes
 /// the copy fail. On failure the reason goes to `error` unless that is null; on success `error` is not written.
+///
+/// Without `failIfExists`, COPYING A FILE ONTO ITSELF, under whatever path, DELETES IT; the reason is `SourceNotFound`.
 FRAMEWORKBASE_EXPORT bool CopyFile(std::string source, std::string destination, bool failIfExists,
                                    CopyFileError* error);
 
 /// Copies what is in the folder `source` into `destination`, which is created when missing; the folder above it must
 /// exist. Existing files are replaced, failures ignored. Links are copied as the files they lead to; a link to a folder
-/// becomes an empty file. `destination` must not lie inside `source`: there is no limit to the depth.
+/// becomes an empty file. `destination` must not lie inside `source`: there is no limit to the depth. Copying a folder
+/// onto itself DELETES EVERY FILE IN IT.
 FRAMEWORKBASE_EXPORT void CopyFolder(std::string source, std::string destination);
 
-/// Moves `from` to `to`, atomically when both are on one volume. When the system cannot move it:
+/// Moves `from` to `to` with the system's `rename`: at once, and replacing a file at `to`. WHATEVER MAKES THE MOVE FAIL
+/// LOSES A FILE, unless one that can be read is at `to`: another volume; a folder for `to` that is missing or may not
+/// be written; a name that is too long; a folder at `to`. Nothing is told. Callers make sure first that none of these
+/// is so, or move with CopyFile, with `failIfExists`, and DeleteFileA.
 ///
-/// - a folder is copied with CopyFolder, and then the old one is removed whatever the copy achieved, by
-///   remove_dir_content with its limits;
-/// - for a file, the file that can be read at `to` is copied over `from`, AND WITH NO SUCH FILE THERE, OR A FOLDER, THE
-///   FILE IS LOST: `from` is removed and `to` is as it was. Move files between volumes with CopyFile and DeleteFileA
-///   instead.
+/// When the system cannot move it:
+///
+/// - A folder is copied with CopyFolder, into what is in a folder at `to` already, and then the old one is deleted
+///   WHATEVER THE COPY ACHIEVED, by remove_dir_content with its limits.
+/// - Anything else is the destination of a copy from `to`, replaced when there is a file that can be read. When that
+///   copy fails, also because `from` itself cannot be read, `from` is removed. `to` stays as it was.
 ///
 /// A folder must not be moved into itself: see CopyFolder.
 ///
-///     file on one volume                              => moved, replacing a file at `to`
-///     file to another volume, nothing at `to`         => gone
-///     file onto a folder                              => gone
-///     missing `from`, readable file at `to`           => `from` becomes a copy of it
-///     folder to another volume                        => copied, old one removed
+///     file that can be moved                               => moved, replacing a file at `to`
+///     file, the move fails, nothing readable at `to`       => gone
+///     file, the move fails, a readable file at `to`        => `from` becomes a copy of it
+///     file that may not be read, the move fails            => gone
+///     file onto a folder                                   => gone
+///     missing `from`, readable file at `to`                => `from` becomes a copy of it
+///     folder, the move fails                               => copied as far as that goes, the old one deleted
+///     folder onto a file                                   => gone
 FRAMEWORKBASE_EXPORT void Rename(std::string from, std::string to);
 
 /// Removes the file or link `path` with `unlink` and returns its result: 0, or -1 with `errno`.
@@ -81,15 +91,20 @@ FRAMEWORKBASE_EXPORT int TolvexSetCurrentDirectory(const char* path);
 /// @addtogroup file_operations
 /// @{
 
-/// Deletes the folder `folder` and everything in it. Pass 0 as `depth`. What cannot be deleted stays, and so does
-/// every folder above it; nothing is told. Does nothing when `folder` is missing or a file.
+/// Deletes the folder `folder` and everything in it. Pass an absolute path, and 0 as `depth`. What cannot be deleted
+/// stays, and so does every folder above it; nothing is told. Does nothing when `folder` is missing or a file.
 ///
-/// - With `folder` as level 0, folders down to level 20 are emptied. Of what lies at level 21 files and empty folders go
-///   and other folders stay; deeper levels are not looked at. With a relative `folder` the empty folders at level 21
-///   stay too.
-/// - A LINK TO A FOLDER IS FOLLOWED: what is in that folder is deleted, and the link. The folder itself stays, empty. A
-///   link that leads nowhere stays.
-/// - Paths are cut after 1039 bytes.
+/// - With `folder` as level 0, folders down to level 20 are emptied. Of what lies at level 21 files and empty folders
+///   go; other folders, and links to folders, stay. Deeper levels are not looked at.
+/// - A LINK TO A FOLDER IS FOLLOWED: what is in that folder is deleted, wherever it is, and then the link. That folder
+///   itself stays, empty. A link that leads nowhere stays, and with it the folders above: so a link to a folder of the
+///   same tree stays when that folder was met first.
+/// - Each entry is looked up by its whole path. When a folder on it is renamed meanwhile, the paths lead nowhere and
+///   nothing more is deleted.
+/// - Paths are cut after 1039 bytes. What is cut off may leave the path of `folder`, or of a folder above it, which is
+///   then gone through again.
+/// - With a relative `folder` each folder in it is also looked for at that path as seen from where it lies, and removed
+///   there when it is empty: "../../x" can remove one elsewhere. Empty folders at level 21 stay.
 FRAMEWORKBASE_EXPORT void remove_dir_content(const char* folder, int depth);
 
 /// @}

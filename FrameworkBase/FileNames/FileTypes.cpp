@@ -5,12 +5,15 @@
 #include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace Tolvex::FileNames {
 
 bool IsSongFile(std::string path) {
-    const auto songFileExtensions = {FileExtensionSng,  FileExtensionSgw, std::string("sngw"), FileExtensionEdl,
-                                     FileExtensionEdl2, FileExtensionAaf, FileExtensionOmf};
+    const std::array<std::string, 7> songFileExtensions = {FileExtensionSng, FileExtensionSgw,  "sngw",
+                                                           FileExtensionEdl, FileExtensionEdl2, FileExtensionAaf,
+                                                           FileExtensionOmf};
     return std::any_of(songFileExtensions.begin(), songFileExtensions.end(),
                        [&path](const std::string& extension) { return EndsWithExtension(path, extension); });
 }

@@ -15,7 +15,7 @@ namespace Tolvex {
 const std::string FileExtensionSng = "sng";                 ///< song
 const std::string FileExtensionWav = "wav";                 ///< wave audio
 const std::string FileExtensionWav64 = "w64";               ///< wave audio with 64-bit sizes
-const std::string FileExtensionSgw = "sgw";                 ///< song, counted by IsSongFile
+const std::string FileExtensionSgw = "sgw";                 ///< song
 const std::string FileExtensionEdl = "txt";                 ///< edit list, a text file; see also FileExtensionEdl2
 const std::string FileExtensionEdl2 = "edl";                ///< edit list
 const std::string FileExtensionAiff = "aif";                ///< AIFF audio, three letters; see also FileExtensionAiff2
@@ -40,7 +40,7 @@ const std::string FileExtensionSSPlaylist = "tspl";         ///< playlist
 const std::string FileExtensionTolvexEncryptedFlac = "twf"; ///< encrypted FLAC audio
 const std::string FileExtensionSngFolder = "sng";           ///< song folder: named like a song
 const std::string FileExtensionTolvexEncryptedWav = "tww";  ///< encrypted wave audio
-const std::string FileExtensionDawProject = "dawproject";   ///< interchange project; no song to IsSongFile
+const std::string FileExtensionDawProject = "dawproject";   ///< interchange project
 
 /// The empty extension and then all of the above in their order: entry k is the k-th, counted from 1.
 const std::vector<std::string> FileExtensionStrings = {
@@ -76,7 +76,8 @@ const std::vector<std::string> FileExtensionStrings = {
     FileExtensionDawProject,
 };
 
-/// The extensions of audio and MIDI files, those of containers and of devices included.
+/// The extensions of audio and MIDI files, those of CD tracks, media filters and interchange projects ("cda", "ax",
+/// "aaf", "omf") among them.
 const std::vector<std::string> AudioAndMidiFileExtensionsString = {
     FileExtensionWav,
     FileExtensionWav64,
@@ -106,16 +107,16 @@ namespace FileNames {
 /// @{
 
 /// Whether `path`, up to its first zero byte, ends in a dot and one of "sng", "sgw", "sngw", "txt", "edl", "aaf" or
-/// "omf", ASCII letter case ignored. The disk is not touched, and the path is not split: a folder of such a name counts
-/// too. Callable from any thread.
+/// "omf". Letter case is ignored, by the rules of the locale in force: that of ASCII in the C locale. The disk is not
+/// touched, and the path is not split: a folder of such a name counts too. Callable from any thread.
 ///
 ///     "Mix.SNG"   => true      "take.wav"     => false
 ///     "notes.txt" => true      "a.dawproject" => false
 ///     ".sng"      => true      "sng"          => false
 FRAMEWORKBASE_EXPORT bool IsSongFile(std::string path);
 
-/// Whether `folder` holds a file "Tolvex.db" that can be opened for reading. False for the empty string. Callable from
-/// any thread.
+/// Whether "Tolvex.db" in `folder` can be opened for reading; a folder of that name can. False for the empty string.
+/// Callable from any thread.
 FRAMEWORKBASE_EXPORT bool IsSongFolder(std::string folder);
 
 /// @}

@@ -3,54 +3,13 @@
 #include <FrameworkBase/FileNames/internal/FolderStream.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <utility>
 
 namespace Tolvex::FileNames {
-
-namespace {
-
-/// Whether the entry is a folder by the type that the stream reports. Some file systems report none: then the entry
-/// alone is asked, lest a folder be copied or purged as a file.
-bool IsFolder(DIR* stream, const dirent& entry) {
-    if (entry.d_type != DT_UNKNOWN) {
-        return entry.d_type == DT_DIR;
-    }
-    struct stat status {};
-    return fstatat(dirfd(stream), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
-}
-
-} // namespace
-
-bool IsDotOrDotDot(const char* name) {
-    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-}
-
-template <bool foldersOnly>
-bool DoGetFolderFiles(std::string folder, std::vector<std::string>& names) {
-    const FolderStream stream(opendir(folder.c_str()));
-    if (stream == nullptr) {
-        return false;
-    }
-    const auto nextEntry = [&stream] {
-        errno = 0;
-        return readdir(stream.get());
-    };
-    std::vector<std::string> listing;
-    while (const dirent* const entry = nextEntry()) {
-        if (IsFolder(stream.get(), *entry) == foldersOnly && !IsDotOrDotDot(entry->d_name)) {
-            listing.emplace_back(entry->d_name);
-        }
-    }
-    names = std::move(listing);
-    return true;
-}
-
-template bool DoGetFolderFiles<false>(std::string folder, std::vector<std::string>& names);
-template bool DoGetFolderFiles<true>(std::string folder, std::vector<std::string>& names);
 
 std::vector<std::string> GetFolderFiles(std::string folder) {
     std::vector<std::string> names;
@@ -100,18 +59,15 @@ bool IsFolderEmpty(std::string folder) {
 }
 
 bool CheckPathIsDirectory(std::string path, bool& isFolder) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
+    const mode_t mode = ModeOf(path.c_str());
+    if (mode == 0) {
         return false;
     }
-    isFolder = S_ISDIR(status.st_mode);
+    isFolder = S_ISDIR(mode);
     return true;
 }
 
-bool CheckFileExistsEvenIfNotAccessible(std::string path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0;
-}
+bool CheckFileExistsEvenIfNotAccessible(std::string path) { return ModeOf(path.c_str()) != 0; }
 
 bool IsSpecialFile(std::string /*path*/, bool& /*isSpecial*/) { return false; }
 

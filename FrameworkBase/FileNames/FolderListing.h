@@ -8,9 +8,9 @@
 namespace Tolvex::FileNames {
 
 /// @addtogroup listing
-/// Questions about the disk. Nothing here changes it, throws or logs. Listings hold bare names, hidden ones included, "."
-/// and ".." never, in the order in which the system delivers them. A link is listed as a file, also when it leads to a
-/// folder. Callable from any thread.
+/// Questions about the disk. Nothing here changes it or logs; nothing throws but a failed allocation. Listings hold
+/// bare names, hidden ones included, "." and ".." never, in the order in which the system delivers them. A link is
+/// listed as a file, also when it leads to a folder. Callable from any thread.
 /// @{
 
 /// The names of the files in `folder`: all that are not folders. Empty when `folder` cannot be opened; an error while
@@ -53,8 +53,10 @@ FRAMEWORKBASE_EXPORT bool IsSpecialFile(std::string path, bool& isSpecial);
 /// Always false, for links too.
 FRAMEWORKBASE_EXPORT bool IsSymlink(std::string path);
 
-/// The bytes free for the user on the volume of `path`; all bits set when that cannot be told. On macOS the system
-/// counts blocks in 32 bits.
+/// The blocks free for ordinary users on the volume of `path`, `f_bavail`, times `f_bsize`; all bits set when that
+/// cannot be told. These are the free bytes where `f_bsize` is also the unit that the system counts blocks in,
+/// `f_frsize`, as on most file systems of Linux. WHERE THE TWO DIFFER THE RESULT IS FAR TOO LARGE: 256 times on current
+/// macOS, where blocks are also counted in 32 bits.
 FRAMEWORKBASE_EXPORT unsigned long long GetAvailableSpace(std::string path);
 
 /// @}

@@ -7,6 +7,8 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <array>
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +16,7 @@
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -21,10 +24,12 @@ constexpr std::uint32_t pathBufferSize = 1040; // what callers of the buffer fun
 
 /// The home folder that the password database holds for the user; empty when it has none.
 std::string GetHomeFolderFromPasswordDatabase() {
-    std::array<char, 16384> buffer;
+    std::vector<char> texts(1024);
     passwd entry{};
     passwd* found = nullptr;
-    getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found);
+    while (getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found) == ERANGE) {
+        texts.resize(2 * texts.size());
+    }
     return found == nullptr || found->pw_dir == nullptr ? "" : found->pw_dir;
 }
 

@@ -37,8 +37,8 @@ namespace Tolvex {
 /// @addtogroup known_folders
 /// @{
 
-/// The full path of the running executable, as the system gives it, into `buffer`, which has room for 1040 bytes. 0 on success,
-/// -1 when it does not fit.
+/// The full path of the running executable, as the system gives it, into `buffer`, which has room for 1040 bytes. 0 on
+/// success, -1 when it does not fit.
 FRAMEWORKBASE_EXPORT int MacGetExecutablePath(char* buffer);
 
 /// The program folder into `buffer`, which has room for 1040 bytes: `pathFolderOverride` as it is when not empty,
@@ -72,9 +72,10 @@ FRAMEWORKBASE_EXPORT std::string GetTempFolderT();
 /// The temporary folder up to its last "/": itself, as it normally ends in one.
 FRAMEWORKBASE_EXPORT std::string GetTempFolderRoot();
 
-/// Creates an empty file in the temporary folder and returns its path; it belongs to the caller. The name is "tolvxtmp",
-/// the lowest free number from 0 to 9999, "." and `extension`, which is passed without a dot. A number is taken when a
-/// file of that name can be opened for reading and writing, or none can be created.
+/// Creates an empty file in the temporary folder and returns its path; it belongs to the caller. The name is
+/// "tolvxtmp", the lowest free number from 0 to 9999, "." and `extension`, which is passed without a dot. A number is
+/// taken when a file of that name can be opened for reading and writing, or none can be created. Where a link of that
+/// name leads nowhere, the file is created where it leads.
 ///
 ///     "wav" => ".../tolvxtmp0.wav", ".../tolvxtmp1.wav", ...
 ///     ""    => ".../tolvxtmp0."

@@ -3,9 +3,12 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
+#include <array>
+#include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <cwchar>
-#include <memory>
+#include <utility>
 
 namespace Tolvex::FileNames {
 
@@ -22,9 +25,6 @@ void KeepTextAfterLastSeparator(std::basic_string<Character>& path) {
     EndAtZero(path);
     path.erase(0, path.rfind('/') + 1); // 0 when there is no separator
 }
-
-/// The one place for a rule about letter case. There is none: names are compared as they are stored.
-void FoldCase(std::string& /*path*/) {}
 
 } // namespace
 
@@ -67,30 +67,19 @@ std::string CheckFolderHasSeparator(std::string folder) {
 
 std::string NormalizePath(std::string path) {
     constexpr std::size_t resultLimit = 1040;
-    const std::unique_ptr<char, decltype(&std::free)> resolved(realpath(path.c_str(), nullptr), std::free);
-    if (resolved != nullptr) {
-        std::string result = resolved.get();
-        if (result.size() < resultLimit) {
-            return result;
-        }
+    std::array<char, PATH_MAX> resolved;
+    if (realpath(path.c_str(), resolved.data()) != nullptr && std::strlen(resolved.data()) < resultLimit) {
+        return resolved.data();
     }
     return path;
 }
 
-std::string NormalizePathCase(std::string path) {
-    FoldCase(path);
-    return path;
-}
+std::string NormalizePathCase(std::string path) { return path; }
 
-bool CompareNormalizedPaths(std::string a, std::string b) {
-    FoldCase(a);
-    FoldCase(b);
-    return a == b;
-}
+// A rule in NormalizePathCase would have to be applied by the next two as well.
+bool CompareNormalizedPaths(std::string a, std::string b) { return a == b; }
 
 bool IsPathBelow(std::string path, std::string folder) {
-    FoldCase(path);
-    FoldCase(folder);
     if (folder.empty()) {
         return true;
     }
@@ -118,9 +107,9 @@ std::vector<wchar_t> GetShellWString(std::string path) {
     std::vector<wchar_t> result;
     result.reserve(bytes.size());
     wchar_t character = 0;
-    for (const char& byte : bytes) {
+    for (const char byte : bytes) {
         std::mbstate_t state{}; // of its own for each byte, so that the rest of a character does not join its start
-        [[maybe_unused]] const std::size_t ignored = std::mbrtowc(&character, &byte, 1, &state);
+        std::mbrtowc(&character, &byte, 1, &state);
         result.push_back(character);
     }
     return result;

@@ -33,7 +33,7 @@ FRAMEWORKBASE_EXPORT std::string GetFilenameWithoutPath(std::string path);
 FRAMEWORKBASE_EXPORT std::wstring GetFilenameWithoutPath(std::wstring path);
 
 /// The text before the last "/" or backslash of `path`, without that separator; the whole path when there is none.
-/// Unlike path_rimuovifilename in both.
+/// path_rimuovifilename counts "/" alone, keeps the separator, and gives "" for a path without one.
 ///
 ///     "/a/b.wav" => "/a"      "a/b/"  => "a/b"
 ///     "/b.wav"   => ""        "a\\b"  => "a"
@@ -50,8 +50,9 @@ FRAMEWORKBASE_EXPORT std::string GetPathRoot(std::string& path);
 FRAMEWORKBASE_EXPORT std::string CheckFolderHasSeparator(std::string folder);
 
 /// The absolute path with links, "." and ".." resolved, single separators and none at the end. A relative `path` is
-/// resolved against the working directory. When the path, or a folder on the way, does not exist or may not be read,
-/// and when the result has 1040 bytes or more, `path` comes back as it was; there is no other sign of it.
+/// resolved against the working directory. When the path does not exist or a folder on the way may not be searched, and
+/// when the result has 1040 bytes or more, `path` comes back as it was; there is no other sign of it. Whether what is
+/// there may be read does not count.
 ///
 ///     "/usr/./bin/.." => "/usr"     "/"              => "/"
 ///     "/none/../a/"   => "/none/../a/" while nothing exists there

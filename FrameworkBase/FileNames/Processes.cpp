@@ -37,22 +37,22 @@ double MillisecondsSince(DateTime start) { return static_cast<double>(DateTime::
 } // namespace
 
 HANDLE LaunchProcess(std::string program, std::vector<std::string>& arguments) {
-    std::vector<char*> texts;
-    texts.reserve(arguments.size() + 1);
+    std::vector<char*> argumentPointers;
+    argumentPointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
-        texts.push_back(argument.data());
+        argumentPointers.push_back(argument.data());
     }
-    texts.push_back(nullptr);
+    argumentPointers.push_back(nullptr);
 
     volatile bool failed = false;
-    pid_t child = StartSharingMemory(program.c_str(), texts.data(), failed);
+    pid_t child = StartSharingMemory(program.c_str(), argumentPointers.data(), failed);
     if (failed) {
         // A child that shares the caller's stack must not return to the caller, so one with a stack of its own does.
         while (waitpid(child, nullptr, 0) == -1 && errno == EINTR) {
         }
         child = fork();
         if (child == 0) {
-            execv(program.c_str(), texts.data());
+            execv(program.c_str(), argumentPointers.data());
         }
     }
     return HandleOf(child);
@@ -73,10 +73,10 @@ bool WaitForProcess(HANDLE process, int timeoutMs) {
     if (HasEnded(id)) {
         return true;
     }
-    for (int pass = 1;; ++pass) {
+    constexpr int passesPerLookAtTheClock = 200;
+    for (int pass = 1;; pass = pass % passesPerLookAtTheClock + 1) {
         usleep(1000);
-        constexpr int passesPerLookAtTheClock = 200;
-        if (pass % passesPerLookAtTheClock == 0 && MillisecondsSince(start) > timeoutMs) {
+        if (pass == passesPerLookAtTheClock && MillisecondsSince(start) > timeoutMs) {
             return false;
         }
         if (HasEnded(id)) {

@@ -5,18 +5,21 @@
 #include <string>
 
 /// @addtogroup relative_paths
-/// Components are parted by "/" or a backslash and compared without regard to ASCII letter case. One leading and one
-/// trailing separator do not count; any further pair side by side makes an empty component. No exceptions.
+/// GetRelativePath and GetAbsoluteFromRelativePath take "/" and a backslash for separators and compare components
+/// without regard to letter case, by the rules of the locale in force: that of ASCII in the C locale. A separator in
+/// front parts nothing from what follows it, and one at the end makes no component; every other two side by side have
+/// an empty component between them: "/" has none, "//" and "a//b" have one. No exceptions.
 /// @{
 
 /// The path that leads from the folder `base` to the folder `target`: a "../" for each component of `base` below the
 /// common part, then the components of `target` below it, each followed by "/". Each of the two runs stops at the first
-/// empty component. `flag` becomes true when not even the first components are the same; the result is meaningless
-/// then.
+/// empty component. `flag` becomes false when at least the first components are the same, and true otherwise, also when
+/// one of the paths has no component; the result is meaningless then.
 ///
 ///     ("/s/a/Audio/", "/s/a/") => "Audio/", false      ("/s/b/", "/s/a/")    => "../b/", false
 ///     ("/s/a/", "/s/a/")       => "", false            ("/S/A/b/", "/s/a/")  => "b/", false
 ///     ("/s/a//b/", "/s/")      => "a/", false          ("/x/y/", "/s/a/")    => "../../x/y/", true
+///     ("/s", "/")              => "s/", true           ("/", "/")            => "", true
 ///
 /// Callable from any thread.
 FRAMEWORKBASE_EXPORT std::string GetRelativePath(const std::string& target, const std::string& base, bool& flag);
@@ -39,22 +42,25 @@ namespace Tolvex::FileNames {
 /// @addtogroup relative_paths
 /// @{
 
-/// `path` made absolute against `baseFolder`, or against the working directory when that is null, and then normalised
-/// by NormalizePath. What does not exist is joined but not resolved; without a base a relative path stays relative.
-/// Only a leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
+/// `path` made absolute against `baseFolder`, or against the working directory when that is null, as
+/// GetAbsoluteFromRelativePath does it, and then normalised by NormalizePath. Of what does not exist the ".." in front
+/// are resolved, without a look at the disk, and nothing else is; without a base a relative path stays relative. Only a
+/// leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
 ///
 ///     ("", any)               => ""
 ///     ("/usr/bin/..", any)    => "/usr"
 ///     ("a.wav", "/new/song")  => "/new/song/a.wav"     while nothing exists there
+///     ("../b", "/new/song")   => "/new/b"              while nothing exists there
 ///     ("a.wav", "")           => "a.wav"               or resolved, if it exists
 ///
 /// Callable from any thread; the working directory is the process's, see TolvexSetCurrentDirectory.
 FRAMEWORKBASE_EXPORT std::string GetAbsolutePath(std::string path, const char* baseFolder);
 
 /// Expresses `file` relative to the folder of `referenceFile`, as a song refers to its takes, and stores it in `out`,
-/// which may be one of the other two. False, with `out` untouched, when the two have no first component in common. A
-/// relative `file` is taken from `referenceFile` itself, not from its folder. `file` is normalised, `referenceFile` is
-/// not: pass it normalised.
+/// which may be one of the other two. False, with `out` untouched, when their folders have no first component in
+/// common: "/song.sng" and "/take.wav" have none at all. A relative `file` is taken from `referenceFile` itself, not
+/// from its folder. `file` is normalised, `referenceFile` is not: pass it normalised. The file's name is what follows
+/// the last "/": a backslash is part of it.
 ///
 ///     referenceFile "/s/a/song.sng":
 ///     "/s/a/take.wav"       => "take.wav"           "/s/b/take.wav"       => "../b/take.wav"

@@ -5,6 +5,7 @@
 #include <FrameworkBase/Files/internal/ReadProbe.h>
 
 #include <cstdint>
+#include <utility>
 
 namespace Tolvex::FileNames {
 

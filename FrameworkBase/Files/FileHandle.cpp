@@ -7,19 +7,13 @@ const char* OpenMode(unsigned int desiredAccess, unsigned int creationDispositio
         return "rb";
     }
     const bool readsToo = desiredAccess >= (GENERIC_READ | GENERIC_WRITE);
-    switch (creationDisposition) {
-    case CREATE_ALWAYS:
+    if (creationDisposition == CREATE_ALWAYS) {
         return readsToo ? "w+b" : "wb";
-    case OPEN_EXISTING:
-        return "r+b";
-    case OPEN_ALWAYS:
-        if (readsToo) {
-            return "r+b";
-        }
-        [[fallthrough]];
-    default:
-        throw TolvexException("Unsupported");
     }
+    if (creationDisposition == OPEN_EXISTING || (creationDisposition == OPEN_ALWAYS && readsToo)) {
+        return "r+b";
+    }
+    throw TolvexException("Unsupported");
 }
 
 } // namespace

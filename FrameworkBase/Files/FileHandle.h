@@ -23,15 +23,18 @@ inline constexpr unsigned int FILE_ATTRIBUTE_NORMAL = 0x80; ///< attributes; ign
 /// @}
 
 /// What CreateFile returns when the file cannot be opened: all bits set. Never null.
-static std::FILE* const INVALID_HANDLE_VALUE = reinterpret_cast<std::FILE*>(-1);
+inline std::FILE* const INVALID_HANDLE_VALUE = reinterpret_cast<std::FILE*>(-1);
+
+/// What a stream's Seek returns when it fails: not negative, as callers carry positions in 32 bits.
+inline constexpr long long INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
 
 /// Opens `fileName`, a zero-terminated path. Of the other arguments only `desiredAccess` and `creationDisposition`
 /// are read; there is no sharing and there are no attributes or templates.
 ///
-///     desiredAccess             CREATE_ALWAYS  OPEN_EXISTING  OPEN_ALWAYS          any other
-///     at least 0xC0000000    => "w+b"          "r+b"          "r+b", then "w+b"    throws
-///     GENERIC_WRITE          => "wb"           "r+b"          throws               throws
-///     without GENERIC_WRITE  => "rb"           "rb"           "rb", then "w+b"     "rb"
+///     desiredAccess                CREATE_ALWAYS  OPEN_EXISTING  OPEN_ALWAYS          any other
+///     at least 0xC0000000       => "w+b"          "r+b"          "r+b", then "w+b"    throws
+///     below, with GENERIC_WRITE => "wb"           "r+b"          throws               throws
+///     without GENERIC_WRITE     => "rb"           "rb"           "rb", then "w+b"     "rb"
 ///
 /// The second mode of `OPEN_ALWAYS` is tried when the first fails, on the read-only path too: opening a missing file
 /// with `GENERIC_READ` and `OPEN_ALWAYS` creates it, empty, and returns it open for reading and writing. A folder

@@ -1,10 +1,6 @@
 #include <FrameworkBase/Files/FileStream.h>
 
-#include <FrameworkBase/Files/FileHandle.h>
-
-#include <cstring>
-#include <exception>
-#include <memory>
+#include <FrameworkBase/Files/internal/TextField.h>
 
 namespace FlapFiles {
 
@@ -39,7 +35,7 @@ template void CFileBase::WriteData<long long>(const long long& value);
 void CFile::DoCreate(const char* fileName, unsigned int desiredAccess, unsigned int shareMode,
                      unsigned int creationDisposition) {
     handle = CreateFile(fileName, desiredAccess, shareMode, 0, creationDisposition, FILE_ATTRIBUTE_NORMAL, 0);
-    if (handle == nullptr || handle == INVALID_HANDLE_VALUE) {
+    if (handle == INVALID_HANDLE_VALUE) {
         throw TolvexException("Error opening file");
     }
 }
@@ -58,7 +54,7 @@ long long CFile::Read(void* data, long long size) {
 
 long long CFile::Seek(long long offset, unsigned int origin) {
     if (handle == nullptr || std::fseek(handle, static_cast<long>(offset), static_cast<int>(origin)) != 0) {
-        return 0xFFFFFFFF;
+        return INVALID_SET_FILE_POINTER;
     }
     return std::ftell(handle);
 }
@@ -79,20 +75,4 @@ bool CFile::Flush() { return TolvexFlushFileBuffers(handle) != 0; }
 
 } // namespace FlapFiles
 
-std::string DeSerializeString(FlapFiles::CFileBase& file) {
-    try {
-        int length = 0;
-        file.Read(&length, sizeof length);
-        if (length < 0) {
-            return {};
-        }
-        const auto size = static_cast<std::size_t>(length);
-        const std::unique_ptr<char[]> text(new char[size]); // not cleared: an absurd length must not cost its memory
-        if (file.Read(text.get(), length) != length) {
-            return {};
-        }
-        return {text.get(), strnlen(text.get(), size)};
-    } catch (const std::exception&) {
-        return {};
-    }
-}
+std::string DeSerializeString(FlapFiles::CFileBase& file) { return ReadTextField(file); }

@@ -2,6 +2,7 @@
 
 #include <FrameworkBase/Base/Export.h>
 #include <FrameworkBase/Base/TolvexException.h>
+#include <FrameworkBase/Files/FileHandle.h>
 
 #include <cstdio>
 #include <string>
@@ -36,7 +37,7 @@ public:
     /// for both.
     virtual CFileBase* Clone() = 0;
 
-    /// The number of bytes from the position to the end. The position stays.
+    /// The number of bytes from the position to the end, negative behind the end. The position stays.
     virtual long long GetSizeLeft();
 
     /// Closes the stream. Whether that succeeded.
@@ -71,15 +72,14 @@ public:
     void DoCreate(const char* fileName, unsigned int desiredAccess, unsigned int shareMode,
                   unsigned int creationDisposition);
 
-    /// Returns `size`; 0 bytes are written to anything, a closed file included. Throws TolvexException with "Error
-    /// writing to file" when not all bytes were taken, when the file is closed, and for sizes of 4 GiB or more.
+    /// Returns `size`. Throws TolvexException with "Error writing to file" when not all bytes were taken, when the file
+    /// is closed, and for sizes of 4 GiB or more. A `size` of 0 succeeds whatever the file's state, and writes nothing.
     long long Write(const void* data, long long size) override;
 
     /// Never throws. The file must be open. Of a `size` of 4 GiB or more only the low 32 bits count.
     long long Read(void* data, long long size) override;
 
-    /// 4294967295 when the file is closed or the move fails. It is not negative: callers that carry the value in 32
-    /// bits compare with that number.
+    /// `INVALID_SET_FILE_POINTER`, which is not negative, when the file is closed or the move fails.
     long long Seek(long long offset, unsigned int origin) override;
 
     CFileBase* Clone() override;
@@ -111,6 +111,12 @@ public:
 ///     00 00 00 00                => ""
 ///     FF FF FF FF                => ""        negative: only the length is consumed
 ///     0A 00 00 00 'a' 'b' 'c'    => ""        too short: all of it is consumed
+///
+/// To write `text` so that it is read back up to its first zero byte:
+///
+///     const int size = static_cast<int>(text.size()) + 1; // with its terminating zero byte
+///     file.WriteData(size);
+///     file.Write(text.c_str(), size);
 ///
 /// A missing length counts as 0. Every `std::exception` on the way (a length that cannot be allocated) gives the empty
 /// string too; TolvexException and others pass.

@@ -10,6 +10,8 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 #include <FrameworkBase/Trash/internal/TrashDB.h>
 
+#include <utility>
+
 namespace Tolvex::FileNames {
 
 std::string GetTrashFolderPath() { return ComposePath(GetHomeFolderMac(), "Trash"); }
@@ -41,7 +43,9 @@ void DeleteFolderWithContents(const char* path, bool /*ignored*/, bool permanent
         remove_dir_content(path, 0);
         return;
     }
-    DeleteFileToRecycleBin(path, true);
+    trashDB.Load(GetTrashFolderPath());
+    DeleteFileToRecycleBin(path, false);
+    trashDB.Unload();
 }
 
 bool CanPutBack(std::string trashPath) {

@@ -8,11 +8,15 @@ namespace Tolvex::FileNames {
 
 /// @addtogroup trash
 /// The application's own trash: a folder "Trash" in the application's folder (see GetHomeFolderMac), flat, and in it a
-/// database, ".trash.db", of where each item came from and when. Every operation loads the database, works and saves it
-/// again, unless it says otherwise. Call these from one thread, and not while CleanupTrashFolder is at work: operations
-/// that overlap may lose entries.
+/// database, ".trash.db", of where each item came from and when. DeleteFileToRecycleBin with `loadDatabase`,
+/// DeleteFolderWithContents unless it deletes for good, CanPutBack, PutBack, and CleanupTrashFolder with a callback
+/// load the database, work and save it; the others do neither. Call all of these from one thread, and not while
+/// CleanupTrashFolder is at work: operations that overlap may lose entries.
 ///
-/// Nothing reports failures but by the results below. Whoever must know whether an item arrived looks at the disk.
+/// Nothing reports failures but by the results below. Items are moved by Rename, and WHATEVER MAKES A MOVE FAIL LOSES
+/// THE ITEM: another volume; a trash folder that may not be written, or that cannot be made because
+/// "Library/Application Support" is missing in the home folder, as it is for every new user of Linux; an old place that
+/// has gone. Whoever must not lose an item looks at both folders first, and afterwards whether it arrived.
 /// @{
 
 /// The path of the trash folder, without a trailing "/". The application's folder is created when missing, the trash
@@ -27,29 +31,42 @@ FRAMEWORKBASE_EXPORT std::string GetTrashFolderPath();
 ///     "/a/README", then "/b/README"     => "README", "README1"
 ///     "/a/.hidden"                      => "1": a name that is all extension is left with the number
 ///
-/// The item is moved by Rename, so A FILE FROM ANOTHER VOLUME IS LOST. The entry is recorded even when the move failed.
+/// A name is taken when it can be opened for reading: AN ITEM OF THE SAME NAME THAT MAY NOT BE READ IS REPLACED. A file
+/// named ".trash.db" that is the first item is overwritten by the database. A folder that holds the trash must not be
+/// moved there: it is copied into itself until paths are too long, and then deleted.
 ///
-/// With `loadDatabase` false the database is neither loaded nor saved: for callers inside the library.
+/// The item is moved by Rename, so what makes the move fail loses it. The entry is recorded all the same.
+///
+/// With `loadDatabase` false the database is neither loaded nor saved: for DeleteFolderWithContents, which has loaded
+/// it. Applications cannot.
 FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadDatabase);
 
-/// With `permanently`, deletes the folder `path` with remove_dir_content, whose limits apply. Otherwise moves it into the
-/// trash as DeleteFileToRecycleBin does. `ignored` is ignored.
+/// With `permanently`, deletes the folder `path` with remove_dir_content, whose limits apply. Otherwise moves it into
+/// the trash as DeleteFileToRecycleBin does. `ignored` is ignored.
 FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignored, bool permanently);
 
 /// Whether the item at `trashPath`, its full path in the trash, is recorded with a place to go back to. The disk is not
 /// looked at: neither whether the item is still there nor whether the place is free.
 FRAMEWORKBASE_EXPORT bool CanPutBack(std::string trashPath);
 
-/// Moves the item at `trashPath`, its full path in the trash, back to where it came from, by Rename, REPLACING A FILE
-/// THERE, and forgets it, even when the move failed. The folder it came from is not created again. Returns what
-/// CanPutBack would have.
+/// Moves the item at `trashPath`, its full path in the trash, back to where it came from, by Rename, and forgets it,
+/// even when the move failed. Returns what CanPutBack would have.
+///
+///     a file where the file was                         => REPLACED
+///     a folder where the folder was                     => replaced when empty, otherwise merged with the item
+///     the folder it came from has gone                  => THE ITEM IS DELETED, file or folder
+///     a folder where the file was, or the other way     => THE ITEM IS DELETED
+///     the item has gone, a readable file where it was   => that file is copied into the trash
 FRAMEWORKBASE_EXPORT bool PutBack(std::string trashPath);
 
 /// Gives every file of `folder` the time of now in the database, recording those that are not, AND REPLACES where each
-/// came from by its bare name, so that it can no longer be put back. Subfolders are then looked up by their bare names,
-/// in the working directory of the process and not in `folder`: only the top level is reliably touched. Where
-/// those lookups lead in a circle (a folder there that holds one of its own name) it does not end. Neither loads nor
-/// saves the database.
+/// came from by its bare name, so that it can no longer be put back. Given the trash folder it records ".trash.db" too.
+/// Subfolders are then looked up by their bare names, in the working directory of the process and not in `folder`: only
+/// the top level is reliably touched. Where those lookups lead in a circle (a folder there that holds one of its own
+/// name) the process runs out of stack and ends.
+///
+/// The database is neither loaded nor saved, and applications cannot load it: what this records is in memory alone
+/// until the next operation, which loads the file's records in place of those of the same files.
 FRAMEWORKBASE_EXPORT void TouchFolder(std::string folder);
 
 /// @}

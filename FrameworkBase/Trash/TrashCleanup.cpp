@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
+#include <vector>
 
 using Tolvex::FileNames::ComposePath;
 using Tolvex::FileNames::GetFolderFiles;

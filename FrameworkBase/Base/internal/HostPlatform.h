@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iosfwd>
 #include <string>
 
 /// What differs between the systems. One source file per system implements it.
@@ -22,13 +21,8 @@ struct CalendarTime {
 };
 CalendarTime ReadCalendarClock();
 
-/// UTF-8 to UTF-32 and back, strict; empty when the text is not valid. Callers have fewer than `wideLimit` characters
-/// of UTF-32.
-inline constexpr std::size_t wideLimit = 2000;
+/// UTF-8 to UTF-32 and back, strict; empty when the text is not valid.
 std::wstring WideFromUtf8(const char* text);
 std::string Utf8FromWide(const wchar_t* text, std::size_t length);
-
-/// `std::cerr`, ready for use.
-std::ostream& ErrorStream();
 
 } // namespace Tolvex::HostPlatform

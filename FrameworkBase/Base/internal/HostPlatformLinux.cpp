@@ -6,13 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <ios>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
-
-// std::cerr by its linker name: <iostream> would construct an object of its own when the library is loaded.
-extern std::ostream standardErrorStream __asm__("_ZSt4cerr");
 
 namespace Tolvex::HostPlatform {
 
@@ -51,11 +47,6 @@ CalendarTime ReadCalendarClock() {
     timespec now{};
     clock_gettime(CLOCK_REALTIME, &now);
     return {now.tv_sec, now.tv_nsec};
-}
-
-std::ostream& ErrorStream() {
-    static const std::ios_base::Init streamsAreReady;
-    return standardErrorStream;
 }
 
 namespace {
@@ -143,7 +134,8 @@ char* EncodeSequence(char32_t codePoint, char* out) {
     return out;
 }
 
-/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is malformed.
+/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is
+/// malformed.
 wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* const wide) {
     wchar_t* out = wide;
     while (next != end) {
@@ -151,7 +143,7 @@ wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* co
         while (next != end && IsAscii(*next)) {
             *out++ = static_cast<wchar_t>(*next++);
         }
-        while (!IsAscii(*next)) {
+        while (next != end && !IsAscii(*next)) {
             char32_t codePoint = 0;
             if (!DecodeSequence(next, codePoint)) {
                 return wide;
@@ -162,26 +154,34 @@ wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* co
     return out;
 }
 
+/// Room for `count` characters, which nothing fills: on the stack unless there are more than `few`. Results are made of
+/// what is written here, so they have their own size.
+template <class Character, std::size_t few>
+class Room {
+public:
+    explicit Room(std::size_t count) : onHeap(count > few ? new Character[count] : nullptr) {}
+    Character* Data() { return onHeap != nullptr ? onHeap.get() : onStack.data(); }
+
+private:
+    std::array<Character, few> onStack;
+    std::unique_ptr<Character[]> onHeap;
+};
+
 } // namespace
 
 std::wstring WideFromUtf8(const char* text) {
     const std::size_t length = std::strlen(text);
     const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
-    // Decoded elsewhere and then copied: the result has its own size, and no place is filled before it is written.
-    std::array<wchar_t, wideLimit> onStack;
-    std::unique_ptr<wchar_t[]> onHeap;
-    wchar_t* wide = onStack.data();
-    if (length > onStack.size()) {
-        onHeap.reset(new wchar_t[length]); // more than that it cannot be
-        wide = onHeap.get();
-    }
+    Room<wchar_t, 2000> room(length);
+    wchar_t* const wide = room.Data();
     return {wide, Decode(bytes, bytes + length, wide)};
 }
 
 std::string Utf8FromWide(const wchar_t* text, std::size_t length) {
     constexpr std::size_t longestSequence = 4;
-    std::array<char, wideLimit * longestSequence> utf8;
-    char* out = utf8.data();
+    Room<char, 8000> room(length * longestSequence);
+    char* const utf8 = room.Data();
+    char* out = utf8;
     const wchar_t* const end = text + length;
     while (text != end) {
         ConvertAsciiBlocks(text, end, out);
@@ -196,7 +196,7 @@ std::string Utf8FromWide(const wchar_t* text, std::size_t length) {
             out = EncodeSequence(codePoint, out);
         }
     }
-    return {utf8.data(), out};
+    return {utf8, out};
 }
 
 } // namespace Tolvex::HostPlatform

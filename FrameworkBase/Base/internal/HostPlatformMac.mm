@@ -3,7 +3,6 @@
 #import <Foundation/Foundation.h>
 
 #include <algorithm>
-#include <iostream>
 #include <mach-o/dyld.h>
 #include <mach/clock.h>
 #include <mach/mach.h>
@@ -23,8 +22,6 @@ CalendarTime ReadCalendarClock() {
     clock_get_time(clock, &now);
     return {now.tv_sec, now.tv_nsec};
 }
-
-std::ostream& ErrorStream() { return std::cerr; }
 
 std::string GetTemporaryFolder() {
     @autoreleasepool {

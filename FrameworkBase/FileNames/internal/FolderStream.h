@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <memory>
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace Tolvex::FileNames {
@@ -11,6 +12,10 @@ struct CloseFolder {
     void operator()(DIR* stream) const { closedir(stream); }
 };
 using FolderStream = std::unique_ptr<DIR, CloseFolder>;
+
+/// Kind and permissions of what is at `path`, links followed; 0 when that cannot be told. Removing a folder counts on
+/// its being a call: so a level of the recursion is small enough for the stack of any thread.
+mode_t ModeOf(const char* path);
 
 /// Whether `name` is "." or "..".
 bool IsDotOrDotDot(const char* name);

@@ -24,7 +24,8 @@ constexpr bool IsSeparator(char character) { return character == '/' || characte
 /// The functions are here because callers run through whole paths by them.
 class PathComponents {
 public:
-    /// Refers to the characters of `path`, which must outlive it. Begins at `start`, which is 0 or behind a separator.
+    /// Refers to the characters of `path`, which must outlive it. Begins at `start`: 0, or a place behind a separator,
+    /// and then a separator there is not taken for the leading one of the path.
     explicit PathComponents(std::string_view path, std::size_t start = 0);
 
     /// Stores the next component and returns true, or returns false when there is none left.
@@ -58,12 +59,11 @@ inline bool PathComponents::Next(std::string_view& component) {
     return true;
 }
 
-/// Whether two components, each up to its first zero byte, are the same but for ASCII letter case.
+/// Whether two components, each up to its first zero byte, are the same but for letter case, by the rules of the
+/// locale.
 inline bool SameComponent(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) {
-        a = a.substr(0, a.find('\0'));
-        b = b.substr(0, b.find('\0'));
-    }
+    a = a.substr(0, a.find('\0'));
+    b = b.substr(0, b.find('\0'));
     return a.size() == b.size() && strncasecmp(a.data(), b.data(), a.size()) == 0;
 }
 

@@ -19,13 +19,15 @@ public:
     /// The path of the database file; in the working directory before the first Load.
     std::string GetDBFile() const;
 
-    /// Makes `trashFolder` the folder whose database this is and adds the entries of its file to the map, where they replace those of the
-    /// same key. A missing file adds nothing; a damaged one the entries before the damage. Not told either way.
+    /// Makes `trashFolder` the folder whose database this is and adds the entries of its file to the map, where they
+    /// replace those of the same key. A missing file adds nothing; a damaged one the entries before the damage, and
+    /// that of a record cut inside its origin, with an empty one. Not told either way.
     void Load(std::string trashFolder);
 
     /// Writes the map to the file and empties it. When that fails the map stays, the file keeps what was written, its
-    /// stream stays open, and nothing is told. A failure that shows only when the file is closed (the last bytes, on a
-    /// full disk) counts as none.
+    /// stream, if it could be opened, stays open, and nothing is told. A failure that shows only when the file is
+    /// closed counts as none: it is that of the last bytes, up to a block of the stream, so of all of them when the
+    /// database is smaller than that (4096 bytes on the usual file systems).
     void Unload();
 
     /// Records, with the time of now, that the item at `trashPath` came from `originalPath`.

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <string>
+
+/// DeSerializeString of whatever has its `Read`.
+template <class Source>
+std::string ReadTextField(Source& source) {
+    try {
+        int length = 0;
+        source.Read(&length, sizeof length);
+        if (length < 0) {
+            return {};
+        }
+        const auto size = static_cast<std::size_t>(length);
+        std::array<char, 256> shortText;
+        std::unique_ptr<char[]> longText;
+        char* text = shortText.data();
+        if (size > shortText.size()) {
+            longText.reset(new char[size]); // not cleared: an absurd length must not cost its memory
+            text = longText.get();
+        }
+        if (source.Read(text, length) != length) {
+            return {};
+        }
+        return {text, strnlen(text, size)};
+    } catch (const std::exception&) {
+        return {};
+    }
+}
