@@ -1,0 +1,56 @@
+#include <FrameworkBase/Trash/Trash.h>
+#include <FrameworkBase/Trash/TrashCleanup.h>
+
+#include "tests/support/DiskTest.h"
+
+#include <dlfcn.h>
+#include <pthread.h>
+
+using namespace Tolvex::FileNames;
+
+namespace {
+
+/// Each step of a host's thread on the trash, folders at every depth that is emptied included.
+void* WorkOnTrash(void* file) {
+    const std::string trash = GetTrashFolderPath();
+    DeleteFileToRecycleBin(static_cast<const char*>(file), true);
+    CanPutBack(trash + "/a");
+    PutBack(trash + "/a");
+    TouchFolder(trash);
+    DeleteFolderWithContents((trash + "/shallow").c_str(), false, false);
+    CleanupTrashFolder(trash, false);
+    CheckDeleteEmptyFolders(trash);
+    CleanupTrashFolder(trash, true);
+    return nullptr;
+}
+
+} // namespace
+
+using SmallStack = DiskTest;
+
+TEST_F(SmallStack, IsOverrunByATrashFunction) {
+#ifdef __OPTIMIZE__
+    constexpr std::size_t size = std::size_t{32} * 1024;
+#else
+    constexpr std::size_t size = std::size_t{64} * 1024;
+#endif
+    if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
+        GTEST_SKIP() << "sanitizers need more of the stack";
+    }
+    std::string deep = applicationFolder + "/Trash/deep";
+    for (int level = 1; level <= 20; ++level) {
+        deep += "/level";
+    }
+    MakeFile(deep + "/file");
+    MakeFile(applicationFolder + "/Trash/shallow/file");
+    std::string file = MakeFile("a", "the user's");
+    pthread_attr_t attributes{};
+    pthread_attr_init(&attributes);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, size), 0);
+    pthread_t thread{};
+    ASSERT_EQ(pthread_create(&thread, &attributes, WorkOnTrash, file.data()), 0);
+    pthread_attr_destroy(&attributes);
+    pthread_join(thread, nullptr);
+    EXPECT_EQ(Content(file), "the user's");
+    EXPECT_EQ(Tree(applicationFolder), (std::vector<std::string>{"Trash/", "Trash/.trash.db"}));
+}
