@@ -1,7 +1,5 @@
 #include "tests/Faults/Faults.h"
 
-#include "tests/Faults/Allocations.h"
-
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -12,6 +10,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <map>
 #include <new>
 #include <pthread.h>
 #include <set>
@@ -101,14 +100,14 @@ Faults::Outcome Faults::Strike(const Fault& fault, const std::function<void()>& 
 
 using Faults::answers;
 
-void OnAllocate(std::size_t /*size*/) {
+void Faults::OnAllocate() {
     if (IsHit(true)) {
         throw std::bad_alloc();
     }
     ++allocations;
 }
 
-void OnRelease() noexcept { --allocations; }
+void Faults::OnRelease() noexcept { --allocations; }
 
 extern "C" {
 
@@ -153,7 +152,18 @@ int close(int descriptor) {
 
 DIR* opendir(const char* path) { return Call<&::opendir>("opendir", path); }
 dirent* readdir(DIR* stream) {
-    dirent* const entry = Call<&::readdir>("readdir", stream);
+    static std::map<DIR*, std::map<std::string, dirent>> unread;
+    static std::map<DIR*, dirent> current;
+    dirent* entry = Call<&::readdir>("readdir", stream);
+    if (answers.meanwhile) {
+        for (; entry != nullptr; entry = Pass<&::readdir>("readdir", stream)) {
+            unread[stream][entry->d_name] = *entry;
+        }
+        if (!unread[stream].empty()) {
+            entry = &(current[stream] = unread[stream].extract(unread[stream].begin()).mapped());
+            answers.meanwhile(entry->d_name);
+        }
+    }
     if (entry != nullptr && answers.typesUnknown) {
         entry->d_type = DT_UNKNOWN;
     }

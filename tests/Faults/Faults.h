@@ -35,7 +35,13 @@ struct Answers {
     long long slept = 0;        ///< microseconds, by usleep
     unsigned long blocks = 0; ///< of 512 bytes that anybody may use, of 10 more, in fragments of 4096; 0: the true ones
     std::string executable;   ///< the path of the running program; empty: the true one
+
+    /// When set, folders are read in the order of names, and this happens behind the reading of each entry.
+    std::function<void(const std::string& name)> meanwhile;
 };
 extern Answers answers;
+
+void OnAllocate(); ///< called by every operator new, out of which comes what it throws
+void OnRelease() noexcept;
 
 } // namespace Faults

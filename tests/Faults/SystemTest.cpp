@@ -50,6 +50,33 @@ TEST_F(SystemTest, FoldersAreTakenForFilesWhereTypesAreUnknown) {
     EXPECT_EQ(List(), "t/");
 }
 
+TEST_F(SystemTest, RemovalForgetsThatOthersAreAtWork) {
+    namespace fs = std::filesystem;
+    const auto others = [](const std::string& name) {
+        if (name == "moves") {
+            fs::rename("d", "kept");
+        } else if (name == "file") {
+            fs::remove("d/file");
+            fs::create_directories("d/file/inner");
+        } else if (name == "folder") {
+            fs::remove("d/folder");
+            fs::create_directory_symlink("../elsewhere", "d/folder");
+        }
+    };
+    const auto remove = [this, others](const std::string& name) {
+        answers.meanwhile = others;
+        remove_dir_content(Path(name).c_str(), 0);
+        answers.meanwhile = nullptr;
+        return "";
+    };
+    EXPECT_TRUE(Does(remove, "d/e/c, d/e/b -> ..; d/e/b => ; d/, d/e/, d/e/c | "
+                             "D/F/1, D/F/2, D/F/a, D/F/b, D/F/U -> ../../K, K/, K/M -> ../D; K/M/F => ; "
+                             "D/, D/F/, D/F/U, D/F/a, D/F/b, K/ | "
+                             "d/a/x, d/l -> a; d => ; d/, d/l | d/b/x, d/a -> b; d => ;  | "
+                             "d/a, d/b, d/moves, d/n, d/o/f; d => ; kept/, kept/moves=d/moves, kept/n=d/n, kept/o/, "
+                             "kept/o/f=d/o/f | d/file, d/folder/, elsewhere/x; d => ; elsewhere/"));
+}
+
 TEST_F(SystemTest, BlocksOfTheSuperuserCountAsAvailable) {
     answers.blocks = 0x100000001;
     EXPECT_EQ(GetAvailableSpace(folder), 0x100000001ULL * 512);

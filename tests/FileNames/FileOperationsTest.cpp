@@ -24,9 +24,10 @@ protected:
     }
 };
 
-TEST_F(FileOperations, FoldersAreCreated) {
+TEST_F(FileOperations, FoldersAreNotMadeOrForTheirOwnerAlone) {
     EXPECT_TRUE(Does(CreateDirectory, "; one => true; one/ | one/; one => false; one/ | file; file => false; file | "
                                       "; missing/two => false; "));
+    EXPECT_EQ(CreateDirectory(Path("one")) ? fs::status("one").permissions() : fs::perms::none, fs::perms(0755));
     const auto createAll = [this](const std::string& name) { return CreateDirectories(Path(name).substr(1)); };
     EXPECT_TRUE(Does(createAll, // every path counts from the root
                      "; x//y/ => true; x/, x/y/ | x/y/; x/y => true; x/, x/y/ | file; file => true; file | "
@@ -35,7 +36,7 @@ TEST_F(FileOperations, FoldersAreCreated) {
     EXPECT_TRUE(Maps(CreateDirectories, "/none => true | none => true | / => true |  => true | /none/x => false"));
 }
 
-TEST_F(FileOperations, CpCopiesContentsIntoANewFileOnly) {
+TEST_F(FileOperations, CopyIsNotWholeOrOverAnother) {
     const auto copy = [](const std::string& destination, const std::string& source) {
         return cp(destination.c_str(), source.c_str()) == 0 ? "copied" : std::strerror(errno);
     };
@@ -52,7 +53,7 @@ TEST_F(FileOperations, CpCopiesContentsIntoANewFileOnly) {
     }
 }
 
-TEST_F(FileOperations, CopyFileTellsWhyItFailed) {
+TEST_F(FileOperations, AnotherReasonIsTold) {
     for (const bool failIfExists : {false, true}) {
         const auto copy = [failIfExists](const std::string& source, const std::string& destination) {
             auto error = static_cast<CopyFileError>(77);
@@ -68,7 +69,7 @@ TEST_F(FileOperations, CopyFileTellsWhyItFailed) {
     }
 }
 
-TEST_F(FileOperations, CopyFolderMergesAndFollowsLinksToFiles) {
+TEST_F(FileOperations, LinksOrFoldersAreCopiedOtherwise) {
     const auto copy = [](const std::string& source, const std::string& destination) {
         CopyFolder(source, destination);
         return fs::is_symlink("b/l") ? "a link" : "";
@@ -81,7 +82,7 @@ TEST_F(FileOperations, CopyFolderMergesAndFollowsLinksToFiles) {
                    "=> ; a/, a/l, b/"));
 }
 
-TEST_F(FileOperations, RenameThatFailsCopiesFoldersForwardAndFilesBackward) {
+TEST_F(FileOperations, RenameThatFailsCopiesInAnotherDirection) {
     const auto rename = [](const std::string& from, const std::string& to) { return Rename(from, to), ""; };
     EXPECT_TRUE(Does(rename, "a, b; a, b => ; b=a | a/x; a, b => ; b/, b/x=a/x | a/x, a/s/y, b/k; a, b => ; "
                              "b/, b/k, b/s/, b/s/y=a/s/y, b/x=a/x | a/x; a, c/b => ;  | a; a, c/b => ;  | "
@@ -94,14 +95,14 @@ TEST_F(FileOperations, RenameThatFailsCopiesFoldersForwardAndFilesBackward) {
     EXPECT_EQ(Content("from") + ", " + Content("closed/to"), "closed/to, closed/to");
 }
 
-TEST_F(FileOperations, SystemCallsPassTheirResultsOn) {
+TEST_F(FileOperations, ResultsOfTheSystemAreLost) {
     const auto remove = [](const std::string& path) { return DeleteFileA(path.c_str()) == 0 ? 0 : errno; };
     EXPECT_TRUE(Does(remove, "a; a => 0;  | ; a => 2;  | a, l -> a; l => 0; a"));
     const auto enter = [](const std::string& path) { return TolvexSetCurrentDirectory(path.c_str()); };
     EXPECT_TRUE(Does(enter, "a/b/; a => 0; a/, a/b/ | a; a => -1; a"));
 }
 
-TEST_F(FileOperations, FolderIsRemovedDownToLevelTwentyOnly) {
+TEST_F(FileOperations, RemovalGoesDeeperThanLevelTwentyOrLess) {
     fs::current_path(folder);
     for (const std::string& start : {Path("0"), std::string("0")}) {
         EXPECT_EQ(LeftOfChain(start, 20, 21), "");
@@ -116,7 +117,7 @@ TEST_F(FileOperations, FolderIsRemovedDownToLevelTwentyOnly) {
     EXPECT_EQ(List(), "0/, 0/1/, 0/1/file") << "a caller's depth counts";
 }
 
-TEST_F(FileOperations, FolderIsRemovedAndLinksAreFollowed) {
+TEST_F(FileOperations, RemovalTakesALinkForAFile) {
     const auto remove = [](const std::string& path) { return remove_dir_content(path.c_str(), 0), ""; };
     EXPECT_TRUE(Does(remove,
                      "a/x, a/.y, a/s/z; a => ;  | a/, t/s/x, a/l -> ../t; a => ; t/ | a/, t, a/l -> ../t; a => ; t | "
@@ -125,7 +126,7 @@ TEST_F(FileOperations, FolderIsRemovedAndLinksAreFollowed) {
                      "a/a/a/; a => ; a/, a/a/"));
 }
 
-TEST_F(FileOperations, PathsOfWhatIsRemovedAreCutAfter1039Bytes) {
+TEST_F(FileOperations, LongPathsAreNotCut) {
     if (PATH_MAX <= 1050) {
         GTEST_SKIP() << "this system takes no such paths";
     }

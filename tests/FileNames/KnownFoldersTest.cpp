@@ -3,10 +3,8 @@
 #include "tests/support/DiskTest.h"
 #include <FrameworkBase/Base/Platform.h>
 
-#include <array>
 #include <fstream>
 #include <pwd.h>
-#include <unistd.h>
 
 using namespace Tolvex;
 using namespace Tolvex::FileNames;
@@ -16,6 +14,7 @@ using KnownFolders = DiskTest;
 TEST_F(KnownFolders, ApplicationFolderStaysMissing) {
     for (const auto function : {GetHomeFolderMac, GetHomeFolderBase, GetProgramFolderUserDocuments}) {
         EXPECT_EQ(function(), applicationFolder);
+        EXPECT_EQ(std::filesystem::status(applicationFolder).permissions(), std::filesystem::perms(0755));
         EXPECT_TRUE(std::filesystem::remove(applicationFolder));
     }
     const EnvironmentVariable homeLater("HOME", folder.c_str());
@@ -36,8 +35,7 @@ TEST_F(KnownFolders, HomeFolderIsNotTheOneAsked) {
     if (const passwd* const user = getpwuid(nobody); user != nullptr && getuid() == 0) {
         EXPECT_EXIT((setuid(nobody), leave(nullptr, user->pw_dir)), testing::ExitedWithCode(0), "");
     }
-    std::filesystem::remove_all(temporaryFolder); // where the other processes had their sandboxes
-    MakeFolder(temporaryFolder);
+    MakeEmpty(temporaryFolder); // of the other processes' sandboxes
 }
 
 TEST_F(KnownFolders, TemporaryFileIsTakenTwiceOrOverwritten) {
@@ -46,38 +44,32 @@ TEST_F(KnownFolders, TemporaryFileIsTakenTwiceOrOverwritten) {
          {MacGetTempFolder, GetUnixTempFolder, GetTempFolder, GetTempFolderT, GetTempFolderRoot}) {
         EXPECT_EQ(function(), folder + '/') << "asked anew";
     }
-    const auto create = [this](const std::string& ext) { return GetTempFilename(ext).substr(folder.size() + 1); };
-    EXPECT_TRUE(Does(create,
-                     "; w => tolvxtmp0.w; tolvxtmp0.w= | tolvxtmp0.w; w => tolvxtmp1.w; tolvxtmp0.w, tolvxtmp1.w= | "
-                     "tolvxtmp1.w; w => tolvxtmp0.w; tolvxtmp0.w=, tolvxtmp1.w | ;  => tolvxtmp0.; tolvxtmp0.= | "
-                     "; .w => tolvxtmp0..w; tolvxtmp0..w= | "
-                     "tolvxtmp0.w/; w => tolvxtmp1.w; tolvxtmp0.w/, tolvxtmp1.w=")); // neither opens nor is made
-    const auto name = [this](const std::string& ext) {
-        return (ext == "fld" ? GetTempFilenameNoCreate() : GetUniqueTempFilename(ext)).substr(folder.size() + 1);
+    const auto make = [this](const std::string& ext, const std::string& how) {
+        const auto function = how == "unique" ? GetUniqueTempFilename : GetTempFilename;
+        return (how == "none" ? GetTempFilenameNoCreate() : function(ext)).substr(folder.size() + 1);
     };
-    EXPECT_TRUE(Does(name, "tolvxtmp0.fld; fld => tolvxtmp1.fld; tolvxtmp0.fld | ; w => tolvex.w;  | "
-                           "tolvex.w; w => tolvex1.w; tolvex.w"));
-}
-
-TEST_F(KnownFolders, TemporaryNumbersGoOnBehind9999) {
+    EXPECT_TRUE(Does(make, "; w => tolvxtmp0.w; tolvxtmp0.w= | ;  => tolvxtmp0.; tolvxtmp0.= | "
+                           "tolvxtmp1.w; w => tolvxtmp0.w; tolvxtmp0.w=, tolvxtmp1.w | "
+                           "tolvxtmp0.w/; w => tolvxtmp1.w; tolvxtmp0.w/, tolvxtmp1.w= | " // neither opens nor is made
+                           "tolvxtmp0.fld; , none => tolvxtmp1.fld; tolvxtmp0.fld | ; w, unique => tolvex.w;  | "
+                           "tolvex.w; w, unique => tolvex1.w; tolvex.w"));
     for (int number = 0; number < 9999; ++number) {
-        const std::ofstream file(temporaryFolder + "/tolvxtmp" + std::to_string(number) + ".x");
+        const std::ofstream file(Path("tolvxtmp" + std::to_string(number) + ".x"));
     }
-    EXPECT_EQ(GetTempFilename("x"), temporaryFolder + "/tolvxtmp9999.x");
+    EXPECT_EQ(GetTempFilename("x"), Path("tolvxtmp9999.x"));
     EXPECT_THROW(GetTempFilename("x"), std::exception);
-    MakeEmpty(temporaryFolder);
 }
 
 TEST_F(KnownFolders, ProgramFolderIsNotTheExecutables) {
-    std::array<char, 1040> buffer{};
-    EXPECT_EQ(MacGetExecutablePath(buffer.data()), 0);
-    const std::string path = buffer.data();
+    char buffer[1040] = {};
+    EXPECT_EQ(MacGetExecutablePath(buffer), 0);
+    const std::string path = buffer;
     EXPECT_EQ(access(path.c_str(), X_OK), 0) << path;
     EXPECT_EQ(GetModuleFilename(), path);
-    path_directory_programma(buffer.data(), true);
-    EXPECT_EQ(buffer.data(), path.substr(0, path.rfind('/')));
+    path_directory_programma(buffer, true);
+    EXPECT_EQ(buffer, path.substr(0, path.rfind('/')));
     pathFolderOverride = "/opt/app/\\";
-    path_directory_programma(buffer.data(), false);
-    EXPECT_STREQ(buffer.data(), "/opt/app/\\") << "an override is taken as it is";
+    path_directory_programma(buffer, false);
+    EXPECT_STREQ(buffer, "/opt/app/\\") << "an override is taken as it is";
     pathFolderOverride.clear();
 }

@@ -4,8 +4,6 @@
 
 #include <array>
 #include <fcntl.h>
-#include <filesystem>
-#include <sys/stat.h>
 
 namespace {
 
@@ -25,39 +23,40 @@ std::string Opened(const std::string& path, unsigned int access, unsigned int di
             EXPECT_EQ(std::fclose(file), 0);
         }
     } catch (const TolvexException& exception) {
-        EXPECT_EQ(exception.message, "Unsupported");
-        result = "no";
+        result = exception.message == "Unsupported" ? "no" : exception.message;
     }
     return std::filesystem::exists(path) ? result + std::to_string(std::filesystem::file_size(path)) : result;
 }
 
-TEST_F(FileHandle, AnotherAccessOrDispositionIsTaken) {
-    constexpr unsigned int dispositions[] = {CREATE_ALWAYS, OPEN_EXISTING, OPEN_ALWAYS, 1, ~0U};
-    using Results = std::array<std::string, 4>; // by disposition, the last two being alike
-    const std::tuple<std::vector<unsigned int>, Results, Results> rows[] = {
-        {{0, GENERIC_READ, 0xBFFFFFFF}, {"-", "-", "rw0", "-"}, {"r3", "r3", "r3", "r3"}},
-        {{GENERIC_WRITE, 0x7FFFFFFF}, {"w0", "-", "no", "no"}, {"w0", "rw3", "no3", "no3"}},
-        {{GENERIC_READ | GENERIC_WRITE, ~0U}, {"rw0", "-", "rw0", "no"}, {"rw0", "rw3", "rw3", "no3"}}};
+TEST_F(FileHandle, OpensForAnotherAccessOrEmptiesAFile) {
+    constexpr unsigned int dispositions[] = {CREATE_ALWAYS, OPEN_EXISTING, OPEN_ALWAYS, 1};
+    const std::tuple<std::vector<unsigned int>, const char*, const char*> rows[] = {
+        {{0, GENERIC_READ, 0xBFFFFFFF}, "- - rw0 -", "r3 r3 r3 r3"},
+        {{GENERIC_WRITE, 0x7FFFFFFF}, "w0 - no no", "w0 rw3 no3 no3"},
+        {{GENERIC_READ | GENERIC_WRITE, ~0U}, "rw0 - rw0 no", "rw0 rw3 rw3 no3"}};
     for (const auto& [accesses, missing, existing] : rows) {
         for (const unsigned int access : accesses) {
-            for (std::size_t i = 0; i < std::size(dispositions); ++i) {
-                SCOPED_TRACE(testing::Message() << std::hex << access << " with " << dispositions[i]);
+            std::vector<std::string> made;
+            std::vector<std::string> found;
+            for (const unsigned int disposition : dispositions) {
                 std::filesystem::remove(Path("f"));
-                EXPECT_EQ(Opened(Path("f"), access, dispositions[i]), missing[std::min<std::size_t>(i, 3)]);
-                EXPECT_EQ(Opened(MakeFile("f", "old"), access, dispositions[i]), existing[std::min<std::size_t>(i, 3)]);
+                made.push_back(Opened(Path("f"), access, disposition));
+                found.push_back(Opened(MakeFile("f", "old"), access, disposition));
             }
+            EXPECT_EQ(made, Cells(missing, " ")) << access;
+            EXPECT_EQ(found, Cells(existing, " ")) << access;
         }
     }
-    EXPECT_EQ(chmod(MakeFile("f", "old").c_str(), 0), 0);
+    std::filesystem::permissions(MakeFile("f", "old"), std::filesystem::perms::none);
     const AsOrdinaryUser user;
-    EXPECT_EQ(Opened(Path("f"), GENERIC_READ, OPEN_ALWAYS), "-3");
-    EXPECT_EQ(Opened(Path("f"), GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS), "-3");
+    for (const unsigned int access : {GENERIC_READ, GENERIC_READ | GENERIC_WRITE}) {
+        EXPECT_EQ(Opened(Path("f"), access, OPEN_ALWAYS), "-3");
+    }
     EXPECT_EQ(Opened(Path("f"), GENERIC_WRITE, CREATE_ALWAYS), "-3");
 }
 
 TEST_F(FileHandle, WrittenBytesAreMiscounted) {
     unsigned int written = 77;
-    EXPECT_EQ(WriteFile(INVALID_HANDLE_VALUE, nullptr, 0, &written, 0), 1);
     EXPECT_EQ(WriteFile(nullptr, "abcde", 0, &written, 0), 1);
     EXPECT_EQ(WriteFile(nullptr, "abcde", 5, &written, 0), 0);
     EXPECT_EQ(written, 77U);
@@ -80,14 +79,14 @@ TEST_F(FileHandle, ShortWriteCountsAsFailure) {
     EXPECT_TRUE(written > 0 && written < 10) << written;
     EXPECT_EQ(CloseHandle(file), 1);
     file = Open("/dev/full", GENERIC_WRITE, OPEN_EXISTING);
-    ASSERT_EQ(std::setvbuf(file, nullptr, _IONBF, 0), 0);
-    EXPECT_EQ(WriteFile(file, "ab", 2, &written, 0), 0);
-    EXPECT_TRUE(written == 0 && std::ferror(file) != 0);
-    EXPECT_EQ(TolvexFlushFileBuffers(file), 1) << "failures are not told";
-    EXPECT_EQ(CloseHandle(file), 1);
-    file = Open("/dev/full", GENERIC_WRITE, OPEN_EXISTING);
     EXPECT_EQ(WriteFile(file, "ab", 2, &written, 0), 1);
     EXPECT_EQ(CloseHandle(file), 0);
+    file = Open("/dev/full", GENERIC_WRITE, OPEN_EXISTING);
+    ASSERT_EQ(std::setvbuf(file, nullptr, _IONBF, 0), 0);
+    EXPECT_EQ(WriteFile(file, "ab", 2, &written, 0), 0);
+    EXPECT_EQ(written, 0U);
+    EXPECT_EQ(TolvexFlushFileBuffers(file), 1) << "failures are not told";
+    EXPECT_EQ(CloseHandle(file), 1);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <map>
 #include <sstream>
 #include <string>
@@ -14,9 +13,8 @@ constexpr long long day = 864'000'000'000;
 
 /// The time now in the database's unit.
 inline long long Now() {
-    using Ticks = std::chrono::duration<long long, std::ratio<1, 10'000'000>>;
-    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<Ticks>(sinceEpoch).count() + 116'444'736'000'000'000;
+    const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return sinceEpoch.count() / 100 + 116'444'736'000'000'000;
 }
 
 /// When each item was added and where it came from.
@@ -37,21 +35,12 @@ inline std::string DatabaseBytes(const Entries& entries, int version = 2) {
 }
 
 /// What a reader gets: the records until one ends before its time is complete. A text that is not complete, or of a
-/// negative length, is empty, and one with a zero byte in it ends there. A text for which there is no memory, as it is
-/// longer than `memory`, is empty and not read. `longest` becomes the greatest length.
-inline Entries EntriesIn(const std::string& bytes, int memory = std::numeric_limits<int>::max(),
-                         int* longest = nullptr) {
+/// negative length, is empty, and one with a zero byte in it ends there.
+inline Entries EntriesIn(const std::string& bytes) {
     std::istringstream in(bytes);
-    const auto number = [&in](auto value) {
-        in.read(reinterpret_cast<char*>(&value), sizeof value);
-        return value;
-    };
+    const auto number = [&in](auto value) { return in.read(reinterpret_cast<char*>(&value), sizeof value), value; };
     const auto text = [&]() -> std::string {
-        const int length = std::max(number(0), 0);
-        if (longest != nullptr) {
-            *longest = std::max(*longest, length);
-        }
-        std::string taken(length > memory ? 0 : std::min(static_cast<std::size_t>(length), bytes.size() + 1), '\0');
+        std::string taken(std::min(static_cast<std::size_t>(std::max(number(0), 0)), bytes.size() + 1), '\0');
         return in.read(taken.data(), static_cast<std::streamsize>(taken.size())) ? std::string(taken.c_str()) : "";
     };
     Entries entries;

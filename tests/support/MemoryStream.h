@@ -4,14 +4,9 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
-#include <string>
-#include <utility>
 
 /// A stream of the tests' own, in memory: it takes and gives what the test allows.
 struct MemoryStream : FlapFiles::CFileBase {
-    explicit MemoryStream(std::string text = "") : content(std::move(text)) {}
-
     long long Write(const void* data, long long size) override {
         size = std::min(size, largestWrite);
         content.append(static_cast<const char*>(data), static_cast<std::size_t>(size));
@@ -30,7 +25,7 @@ struct MemoryStream : FlapFiles::CFileBase {
 
     std::string content;
     std::size_t position = 0;
-    long long largestWrite = std::numeric_limits<long long>::max();
+    long long largestWrite = 1 << 30;
     std::function<void(long long size)> beforeRead = [](long long) {};
 };
 

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <gtest/gtest.h>
-#include <iostream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,8 +36,6 @@ TEST(HostPlatform, TemporaryFolderIsNoFolderOfTheUsersOrAnotherEachTime) {
     EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
     EXPECT_EQ(GetTemporaryFolder(), folder);
 }
-
-TEST(HostPlatform, ErrorStreamIsAnotherThanTheStandardOne) { EXPECT_EQ(&ErrorStream(), &std::cerr); }
 
 TEST(HostPlatform, ClockIsNotTheCalendars) {
     const auto systemClock = [] {
