@@ -1,4 +1,5 @@
 #include <FrameworkBase/Base/Debug.h>
+#include <FrameworkBase/Base/Platform.h>
 
 #include <csignal>
 #include <dlfcn.h>
@@ -46,6 +47,16 @@ TEST(Debug, TextThatCanNeverBeFormattedHangs) {
         GTEST_SKIP() << "this build ends the process when an allocation fails";
     }
     EXPECT_EQ(FlushedThroughErrorStream([] { EXPECT_THROW(TraceRelease("%lc", wint_t{0xDFFF}), std::bad_alloc); }), "");
+}
+
+TEST(Platform, ValuesAreOthersOrChecked) {
+    EXPECT_TRUE(testsRunning == 0 && isDoingStressTest == 0 && Tolvex::Threading::mainThreadId == 0);
+    EXPECT_EQ(GetPlatform() + ' ' + GetPlatformType(), "mac desktop");
+    EXPECT_EQ(GetUIScaleFactor(), 1.0F);
+    for (const float factor : {2.5F, 0.0F, -1.0F, 1.0F}) {
+        SetUIScaleFactor(factor);
+        EXPECT_TRUE(TolvexDip == factor && GetUIScaleFactor() == factor) << factor;
+    }
 }
 
 TEST(DebugDeathTest, DebugBreakReturns) { EXPECT_EXIT(DebugBreak(), testing::KilledBySignal(SIGABRT), "^$"); }

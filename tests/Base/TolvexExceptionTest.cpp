@@ -1,4 +1,5 @@
-#include "tests/support/MemoryStream.h"
+#include "tests/support/Tables.h"
+#include <FrameworkBase/Files/FileStream.h>
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -10,21 +10,20 @@
 
 using namespace Tolvex::FileNames;
 
-class TrashTest : public DiskTest {
-protected:
+struct TrashTest : DiskTest {
     std::string InTrash(const std::string& name) const { return trash + '/' + name; }
 
     Entries Database() const { return EntriesIn(Content(InTrash(".trash.db"))); }
 
     /// The recorded items and where they came from. None may have been recorded before `since`.
     std::string Origins(long long since) const {
-        std::string origins;
+        std::vector<std::string> origins;
         for (const auto& [key, value] : Database()) {
             EXPECT_TRUE(since <= value.first && value.first <= Now()) << key;
             const std::string origin = value.second.substr(value.second.empty() ? 0 : folder.size() + 1);
-            origins += (origins.empty() ? "" : ", ") + key.substr(trash.size() + 1) + ": " + origin;
+            origins.push_back(key.substr(trash.size() + 1) + ": " + origin);
         }
-        return origins;
+        return Joined(origins);
     }
 
     /// What a cleanup leaves in the trash, which has this database.
@@ -50,22 +49,23 @@ TEST_F(TrashTest, ItemTakesTheNameOfAnother) {
     const long long before = Now();
     EXPECT_EQ(GetTrashFolderPath(), trash);
     EXPECT_FALSE(std::filesystem::exists(trash));
-    Make("d/folder.x/file");
+    const std::string names = "a/song.wav, b/song.wav, c/song.wav, a/README, b/README, a/.hidden, b/.hidden, a.b/c, "
+                              "x.tar.gz, b/x.tar.gz, b/dot.";
+    Make("d/folder.x/file, " + names);
     DeleteFolderWithContents(Path("d/folder.x").c_str(), true, false);
-    for (const std::string& name :
-         Cells("a/song.wav, b/song.wav, c/song.wav, a/README, b/README, a/.hidden, b/.hidden, "
-               "a.b/c, x.tar.gz, b/x.tar.gz, b/dot.")) {
-        DeleteFileToRecycleBin(MakeFile(name, name), true);
+    for (const std::string& name : Cells(names + ", missing")) { // that is recorded though nothing is moved
+        DeleteFileToRecycleBin(Path(name), true);
     }
-    DeleteFileToRecycleBin(Path("missing"), true); // recorded though nothing is moved
     EXPECT_EQ(Origins(before),
               "1: a/.hidden, 2: b/.hidden, README: a/README, README1: b/README, c: a.b/c, dot.: b/dot., "
               "folder.x: d/folder.x, missing: missing, song.wav: a/song.wav, song1.wav: b/song.wav, "
               "song2.wav: c/song.wav, x.tar.gz: x.tar.gz, x.tar1.gz: b/x.tar.gz");
-    EXPECT_EQ(List(trash), ".trash.db, 1, 2, README, README1, c, dot., folder.x/, folder.x/file, song.wav, song1.wav, "
-                           "song2.wav, x.tar.gz, x.tar1.gz");
-    EXPECT_EQ(Content(InTrash("2")), "b/.hidden");
-    EXPECT_EQ(Content(InTrash("song.wav")), "a/song.wav");
+    MakeFile(InTrash(".trash.db"), ".trash.db");
+    EXPECT_EQ(
+        List(trash, true),
+        ".trash.db, 1=a/.hidden, 2=b/.hidden, README1=b/README, README=a/README, c=a.b/c, dot.=b/dot., folder.x/, "
+        "folder.x/file=d/folder.x/file, song.wav=a/song.wav, song1.wav=b/song.wav, song2.wav=c/song.wav, x.tar.gz, "
+        "x.tar1.gz=b/x.tar.gz");
     EXPECT_EQ(List(), "a.b/, a/, b/, c/, d/");
 }
 
@@ -77,33 +77,27 @@ TEST_F(TrashTest, PermanentDeletionTouchesTheTrash) {
 }
 
 TEST_F(TrashTest, ItemComesBackTwiceOrElsewhere) {
-    const std::vector<std::string> names = {"gone", "homeless", "replaced", "vanished"};
+    const std::vector<std::string> names = {"gone", "folder/homeless", "replaced", "vanished"};
     for (const std::string& name : names) {
-        DeleteFileToRecycleBin(MakeFile(name == "homeless" ? "folder/homeless" : name, name), true);
+        DeleteFileToRecycleBin(MakeFile(name, name), true);
     }
     MakeFile("replaced", "new");
     std::filesystem::remove(InTrash("vanished"));
     std::filesystem::remove(Path("folder"));
-    for (const std::string& name : names) {
+    for (const char* name : {"gone", "homeless", "replaced", "vanished"}) {
         for (const bool isThere : {true, false}) {
             EXPECT_EQ(CanPutBack(InTrash(name)), isThere) << name;
             EXPECT_EQ(PutBack(InTrash(name)), isThere) << name;
         }
     }
-    EXPECT_EQ(Content(Path("gone")), "gone");
-    EXPECT_EQ(Content(Path("replaced")), "replaced");
-    EXPECT_EQ(List(), "gone, replaced") << "no folder is made again";
+    EXPECT_EQ(List(folder, true), "gone, replaced") << "no folder is made again";
     EXPECT_EQ(List(applicationFolder), "Trash/, Trash/.trash.db") << "what could not be moved is lost";
-    EXPECT_EQ(Database(), Entries());
-}
-
-TEST_F(TrashTest, ItemsOfUnknownOriginMoveOrKeepAnOldDatabase) {
     const Entries withoutOrigin = {{MakeFile(InTrash("a")), {1, ""}}};
     for (const auto function : {CanPutBack, PutBack}) {
         for (const std::string& path : {InTrash("a"), MakeFile(InTrash("b"))}) {
             MakeFile(InTrash(".trash.db"), DatabaseBytes(withoutOrigin, 1));
             EXPECT_FALSE(function(path)) << path;
-            EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin));
+            EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin)) << "rewritten all the same";
         }
     }
     EXPECT_EQ(List(trash), ".trash.db, a, b");
@@ -111,16 +105,12 @@ TEST_F(TrashTest, ItemsOfUnknownOriginMoveOrKeepAnOldDatabase) {
 
 TEST_F(TrashTest, FilesExpireEarlyOrNever) {
     Entries database;
-    const auto make = [&](const std::string& name, long long added) {
+    for (const auto& [name, added] :
+         {std::pair("29 days", Now() - 29 * day), std::pair("30 days", Now() - 30 * day),
+          std::pair("not quite", Now() - 30 * day + day / 1440), std::pair("31 days", Now() - 31 * day),
+          std::pair("future", Now() + 100 * day), std::pair("1601", 0LL), std::pair("before 1601", -1LL)}) {
         database[MakeFile(InTrash(name))].first = added;
-    };
-    make("29 days", Now() - 29 * day);
-    make("30 days", Now() - 30 * day);
-    make("not quite", Now() - 30 * day + day / 1440);
-    make("31 days", Now() - 31 * day);
-    make("future", Now() + 100 * day);
-    make("1601", 0);
-    make("before 1601", -1);
+    }
     EXPECT_EQ(LeftByCleanup(false, database), ".trash.db, 29 days, before 1601, future, not quite");
     EXPECT_EQ(Database().size(), 4U);
 }
@@ -152,20 +142,15 @@ TEST_F(TrashTest, FolderStaysWhenAFileInItIsDue) {
 }
 
 TEST_F(TrashTest, FilesAreMissedOrLookedForBelowLevelFifty) {
-    const auto makeChain = [this](std::string path, int levels) {
-        for (; levels > 0; --levels) {
-            path += "/d";
-        }
-        return MakeFolder(path);
-    };
-    const std::string deepest = makeChain("a/with", 50);
+    std::string chain;
+    for (int level = 0; level < 50; ++level) {
+        chain += "/d";
+    }
+    Make("a/with" + chain + "/");
     EXPECT_FALSE(HasFiles(Path("a/with"), 0) || HasFiles(Path("missing"), 50));
     EXPECT_TRUE(HasFiles(Path("a/with"), 1) && HasFiles(Path("missing"), 51)) << "level 51 counts as a file";
-    MakeFile(deepest + "/file");
+    Make("a/with" + chain + "/file, a/deep" + chain + "/d/, a/empty/d/d/, a/file, a/link/, a/link/dangling -> none");
     EXPECT_TRUE(HasFiles(Path("a/with"), 0));
-    makeChain("a/deep", 51);
-    makeChain("a/empty", 3);
-    Make("a/file, a/link/, a/link/dangling -> none");
     CheckDeleteEmptyFolders(Path("a"));
     EXPECT_FALSE(std::filesystem::exists(Path("a/empty")));
     EXPECT_EQ(Cells(List(Path("a"))).size(), 1U + 52U + 52U + 2U);

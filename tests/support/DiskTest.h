@@ -1,86 +1,13 @@
 #pragma once
 
+#include "tests/support/SafeFolder.h"
 #include "tests/support/Tables.h"
 
-#include <cstddef>
-#include <cstdlib>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <set>
-#include <string>
+#include <algorithm>
+#include <fcntl.h>
+#include <fstream>
+#include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
-
-// Tests never touch the user's own files: from the first test of a process to the last, the home folder ("HOME"), the
-// temporary folder ("TMPDIR") and the working directory are in a sandbox.
-
-/// A test that reads or writes the disk. Each begins with empty folders. What it leaves in `folder` or `applicationFolder`
-/// is its own affair; anything else that was left behind fails it, as does a file that is still open.
-class DiskTest : public testing::Test {
-public:
-    /// The full path of `name` in `folder`.
-    std::string Path(const std::string& name) const { return folder + '/' + name; }
-
-    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path. Returns
-    /// the full path.
-    std::string MakeFile(const std::string& name, const std::string& content = "") const;
-    std::string MakeFolder(const std::string& name) const;
-
-    /// Makes what a list says: "file, folder/, folder/file, link -> target". A file gets its name as its content.
-    void Make(const std::string& list) const;
-
-    /// All that is inside a folder, at any depth, as such a list, sorted. Links are not followed.
-    std::string List(const std::string& root) const;
-    std::string List() const { return List(folder); }
-
-    /// The same, a file that does not hold its own name as "name=content".
-    std::string ListWithContents(const std::string& root) const;
-
-    /// Whether `function`, called in a folder that holds nothing but what a row says, gives and leaves what the row
-    /// says: "before; in => out; after", listed with contents.
-    template <class Function>
-    testing::AssertionResult Does(Function function, const std::string& table) const {
-        const auto run = [this, function](const std::string& before, const std::string& in) {
-            MakeEmpty(folder);
-            std::filesystem::current_path(folder);
-            Make(before);
-            const std::string out = Result(function, Cells(in));
-            return out + "; " + ListWithContents(folder);
-        };
-        return Maps(run, table, "; ");
-    }
-
-    const std::string folder = InSandbox("test"); ///< the test's own
-    const std::string home = InSandbox("home");   ///< holds "Library/Application Support", as every home folder does
-    const std::string applicationFolder = home + "/Library/Application Support/Tolvex Studio 10"; ///< not made here
-    const std::string temporaryFolder = InSandbox("tmp");
-    const std::string workingFolder = InSandbox("work");
-    std::size_t expectedOpenFiles = 0; ///< how many files are meant to be open still at the end of the test
-
-protected:
-    void SetUp() override;
-    void TearDown() override;
-    static void MakeEmpty(const std::string& path);
-    static std::size_t CountOpenFiles();
-
-    std::size_t openAtStart = 0;
-
-private:
-    static std::string InSandbox(const std::string& name);
-};
-
-/// The content of the file at `path`; fails the test when there is none.
-std::string Content(const std::string& path);
-
-/// A path of exactly `length` bytes below `folder`, in components that a disk takes.
-std::string PathOfLength(std::string folder, std::size_t length);
-
-/// While it lives, the process has no rights on files but those of an ordinary user, so that permissions count in tests
-/// that root runs.
-struct AsOrdinaryUser {
-    AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(65534) == 0); }
-    ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-};
 
 /// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
 struct EnvironmentVariable {
@@ -93,4 +20,150 @@ struct EnvironmentVariable {
     const char* const name;
     const bool wasSet;
     const std::string before;
+};
+
+/// While it lives, the process has no rights on files but those of an ordinary user, so that permissions count in tests
+/// that root runs.
+struct AsOrdinaryUser {
+    AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(65534) == 0); }
+    ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
+};
+
+/// The content of the file at `path`; fails the test when there is none.
+inline std::string Content(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file.is_open()) << path;
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+/// A path of exactly `length` bytes below `folder`, in components that a disk takes.
+inline std::string PathOfLength(std::string folder, std::size_t length) {
+    for (; folder.size() + 250 < length; folder += '/' + std::string(100, 'd')) {
+    }
+    return folder + '/' + std::string(length - folder.size() - 1, 'e');
+}
+
+/// Where the tests of this process keep "HOME", "TMPDIR" and the working directory: never among the user's own files.
+inline std::filesystem::path sandbox; // NOLINT
+
+struct SandboxEnvironment : testing::Environment {
+    void SetUp() override {
+        if (sandbox.empty()) { // the library asks for "HOME" once in a process
+            sandbox = MakeSafeFolder();
+            std::filesystem::permissions(sandbox.parent_path(), std::filesystem::perms::all); // for AsOrdinaryUser
+            setenv("HOME", (sandbox / "home").c_str(), 1);
+            setenv("TMPDIR", (sandbox / "tmp").c_str(), 1);
+            std::filesystem::create_directory(sandbox / "tmp");
+        }
+    }
+    void TearDown() override {
+        std::filesystem::current_path("/");
+        std::filesystem::remove_all(sandbox.parent_path());
+    }
+};
+inline const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
+
+/// A test that reads or writes the disk. Each begins with empty folders. What it leaves in `folder` or `applicationFolder`
+/// is its own affair; anything else that was left behind fails it, as does a file that is still open.
+struct DiskTest : testing::Test {
+    void SetUp() override {
+        std::filesystem::current_path("/");
+        for (const std::string& path : {sandbox.string(), folder, temporaryFolder, workingFolder}) {
+            MakeEmpty(path);
+        }
+        MakeEmpty(home + "/Library/Application Support");
+        std::filesystem::current_path(workingFolder);
+        openAtStart = CountOpenFiles();
+    }
+
+    void TearDown() override {
+        EXPECT_EQ(CountOpenFiles(), openAtStart + expectedOpenFiles) << "files are still open";
+        std::filesystem::remove_all(folder);
+        std::filesystem::remove_all(applicationFolder);
+        EXPECT_EQ(List(sandbox), "home/, home/Library/, home/Library/Application Support/, tmp/, work/")
+            << "left behind";
+    }
+
+    static std::size_t CountOpenFiles() {
+        std::size_t count = 0;
+        for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+            count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
+        }
+        return count;
+    }
+
+    /// A folder that everybody may write to.
+    static void MakeEmpty(const std::string& path) {
+        std::filesystem::remove_all(path);
+        const mode_t mask = umask(0);
+        std::filesystem::create_directories(path);
+        umask(mask);
+    }
+
+    /// The full path of `name` in `folder`.
+    std::string Path(const std::string& name) const { return folder + '/' + name; }
+
+    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path. Returns
+    /// the full path.
+    std::string MakeFile(const std::string& name, const std::string& content = "") const {
+        const std::filesystem::path path = std::filesystem::path(folder) / name;
+        MakeFolder(path.parent_path());
+        EXPECT_TRUE(std::ofstream(path, std::ios::binary) << content) << path;
+        return path;
+    }
+    std::string MakeFolder(const std::string& name) const {
+        const std::filesystem::path path = std::filesystem::path(folder) / name;
+        std::filesystem::create_directories(path);
+        return path;
+    }
+
+    /// Makes what a list says: "file, folder/, folder/file, link -> target". A file gets its name as its content.
+    void Make(const std::string& list) const {
+        for (const std::string& name : Cells(list)) {
+            if (const std::size_t arrow = name.find(" -> "); arrow != std::string::npos) {
+                std::filesystem::create_symlink(name.substr(arrow + 4), Path(name.substr(0, arrow)));
+            } else if (!name.empty()) {
+                name.back() == '/' ? MakeFolder(name.substr(0, name.size() - 1)) : MakeFile(name, name);
+            }
+        }
+    }
+
+    /// All that is inside a folder, at any depth, as such a list, sorted; with contents, a file that does not hold its
+    /// own name is told as "name=content". Links are not followed.
+    static std::string List(const std::string& root, bool withContents = false) {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+            names.push_back(entry.path().lexically_relative(root));
+            if (entry.symlink_status().type() == std::filesystem::file_type::directory) {
+                names.back() += '/';
+            } else if (withContents && entry.is_regular_file() && Content(entry.path()) != names.back()) {
+                names.back() += '=' + Content(entry.path());
+            }
+        }
+        std::sort(names.begin(), names.end());
+        return Joined(names);
+    }
+    std::string List() const { return List(folder); }
+
+    /// Whether `function`, called in a folder that holds nothing but what a row says, gives and leaves what the row
+    /// says: "before; in => out; after", listed with contents.
+    template <class Function>
+    testing::AssertionResult Does(Function function, const std::string& table) const {
+        const auto run = [this, function](const std::string& before, const std::string& in) {
+            MakeEmpty(folder);
+            std::filesystem::current_path(folder);
+            Make(before);
+            const std::string out = Result(function, Cells(in));
+            return out + "; " + List(folder, true);
+        };
+        return Maps(run, table, "; ");
+    }
+
+    const std::string folder = sandbox / "test"; ///< the test's own
+    const std::string home = sandbox / "home";   ///< holds "Library/Application Support", as every home folder does
+    const std::string applicationFolder = home + "/Library/Application Support/Tolvex Studio 10"; ///< not made here
+    const std::string temporaryFolder = sandbox / "tmp";
+    const std::string workingFolder = sandbox / "work";
+    std::size_t expectedOpenFiles = 0; ///< how many files are meant to be open still at the end of the test
+    std::size_t openAtStart = 0;
 };

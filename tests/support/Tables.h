@@ -1,5 +1,7 @@
 #pragma once
 
+#include <FrameworkBase/Base/TolvexException.h>
+
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
@@ -31,10 +33,11 @@ template <class Function>
 std::string Result(Function function, std::vector<std::string> in) {
     in.resize(2);
     std::ostringstream out;
+    out << std::boolalpha;
     if constexpr (std::is_invocable_v<Function, std::string&>) {
-        out << std::boolalpha << function(in[0]);
+        out << function(in[0]);
     } else {
-        out << std::boolalpha << function(in[0], in[1]);
+        out << function(in[0], in[1]);
     }
     return out.str();
 }
@@ -49,4 +52,14 @@ testing::AssertionResult Maps(Function function, const std::string& table, const
         wrong += in + " => " + out == row ? "" : "\n" + row + ", and not " + out;
     }
     return (wrong.empty() ? testing::AssertionSuccess() : testing::AssertionFailure()) << wrong;
+}
+
+/// The message of the TolvexException that `action` throws; "none" when it throws none.
+template <class Action>
+std::string MessageOf(Action action) {
+    try {
+        return action(), "none";
+    } catch (const TolvexException& exception) {
+        return exception.message;
+    }
 }
