@@ -15,7 +15,7 @@ std::vector<Construction>* constructions = nullptr; // those of the library whil
 
 /// What an `awk` program prints of the library's symbols: address, kind and name.
 std::string OfSymbols(const std::string& program) {
-    std::FILE* const output = popen(("nm " LIBRARY " | awk '" + program + "'").c_str(), "r");
+    std::FILE* const output = popen(("nm '" LIBRARY "' | awk '" + program + "'").c_str(), "r");
     std::array<char, 64> text{};
     EXPECT_GT(std::fread(text.data(), 1, text.size() - 1, output), 0U) << program;
     pclose(output);
