@@ -88,10 +88,12 @@ TEST_F(FileOperations, RenameThatFailsCopiesInAnotherDirection) {
                              "b/, b/k, b/s/, b/s/y=a/s/y, b/x=a/x | a/x; a, c/b => ;  | a; a, c/b => ;  | "
                              "a, b/; a, b => ; b/ | b; a, b => ; a=b, b | ; a, b => ; "));
     Make("from, closed/to");
+    fs::permissions("closed", fs::perms(0555));
     {
         const AsOrdinaryUser ordinary; // who may not put anything into the folder
         Rename("from", "closed/to");
     }
+    fs::permissions("closed", fs::perms(0755));
     EXPECT_EQ(Content("from") + ", " + Content("closed/to"), "closed/to, closed/to");
 }
 
