@@ -10,19 +10,7 @@ using namespace Tolvex::FileNames;
 
 namespace fs = std::filesystem;
 
-class FileOperations : public DiskTest {
-protected:
-    /// Makes the folders "0/1/2/..." down to a level, the first ones with a file in each; what removing them leaves.
-    std::string LeftOfChain(const std::string& start, int lastLevel, int levelsWithFiles) {
-        std::string path;
-        for (int level = 0; level <= lastLevel; ++level) {
-            path += std::to_string(level) + '/';
-            Make(level < levelsWithFiles ? path + "file" : path);
-        }
-        remove_dir_content(start.c_str(), 0);
-        return List();
-    }
-};
+using FileOperations = DiskTest;
 
 TEST_F(FileOperations, FoldersAreNotMadeOrForTheirOwnerAlone) {
     EXPECT_TRUE(Does(CreateDirectory, "; one => true; one/ | one/; one => false; one/ | file; file => false; file | "
@@ -106,13 +94,20 @@ TEST_F(FileOperations, ResultsOfTheSystemAreLost) {
 
 TEST_F(FileOperations, RemovalGoesDeeperThanLevelTwentyOrLess) {
     fs::current_path(folder);
-    for (const std::string& start : {Path("0"), std::string("0")}) {
-        EXPECT_EQ(LeftOfChain(start, 20, 21), "");
-        EXPECT_EQ(LeftOfChain(start, 21, 21).empty(), start != "0") << "a relative start leaves level 21";
-        const std::vector<std::string> left = Cells(LeftOfChain(start, 25, 26));
-        ASSERT_EQ(left.size(), 26U + 5U) << "all folders, and the files from level 21 on";
-        EXPECT_EQ(left.back(), left[21] + "file");
+    const auto leftOfChain = [this](const std::string& start, int levels) {
+        std::string path;
+        for (int level = 0; level <= levels; ++level) {
+            Make((path += std::to_string(level) + '/') + "file");
+        }
+        remove_dir_content(start.c_str(), 0);
+        const std::vector<std::string> left = Cells(List());
         fs::remove_all("0");
+        return left.size();
+    };
+    for (const std::string& start : {Path("0"), std::string("0")}) {
+        EXPECT_EQ(leftOfChain(start, 20), 1U) << "nothing";
+        EXPECT_EQ(leftOfChain(start, 21) == 1U, start != "0") << "a relative start leaves level 21";
+        EXPECT_EQ(leftOfChain(start, 25), 26U + 5U) << "all folders, and the files from level 21 on";
     }
     Make("0/1/file");
     remove_dir_content("0", 20);

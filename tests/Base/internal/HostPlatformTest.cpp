@@ -3,8 +3,8 @@
 #include <FrameworkBase/Base/internal/DateTime.h>
 
 #include <chrono>
+#include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 // What every back-end has to do, whichever system it is for.
@@ -13,7 +13,6 @@ using namespace Tolvex::HostPlatform;
 using VarnelNative::Utility::DateTime;
 
 static_assert(sizeof(DateTime) == 8);
-static_assert(DateTime::unixEpoch + 19'723 * DateTime::ticksPerDay == 133'485'408'000'000'000); // 2024-01-01
 
 TEST(HostPlatform, ExecutablePathOverrunsItsBuffer) {
     std::string path(2000, '#');
@@ -28,25 +27,20 @@ TEST(HostPlatform, ExecutablePathOverrunsItsBuffer) {
     }
 }
 
-TEST(HostPlatform, TemporaryFolderIsNoFolderOfTheUsersOrAnotherEachTime) {
+TEST(HostPlatform, TemporaryFolderIsNoneOrAnotherEachTime) {
     const std::string folder = GetTemporaryFolder();
-    struct stat status {};
-    ASSERT_EQ(stat(folder.c_str(), &status), 0) << folder;
-    EXPECT_TRUE(S_ISDIR(status.st_mode)) << folder;
+    EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
     EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
     EXPECT_EQ(GetTemporaryFolder(), folder);
 }
 
 TEST(HostPlatform, ClockIsNotTheCalendars) {
-    const auto systemClock = [] {
+    const auto calendar = [] {
         const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
         return 116'444'736'000'000'000 + sinceEpoch.count() / 100;
     };
-    for (int i = 0; i < 1000; ++i) {
-        const long long before = systemClock();
-        const long long now = DateTime::Now().ticks;
-        constexpr long long microsecond = 10; // the unit of the standard library's clock on macOS
-        EXPECT_LE(before, now);
-        EXPECT_LE(now, systemClock() + microsecond - 1);
-    }
+    const long long before = calendar();
+    const long long now = DateTime::Now().ticks;
+    EXPECT_LE(before, now);
+    EXPECT_LT(now, calendar() + 10) << "the standard library's clock may count microseconds";
 }

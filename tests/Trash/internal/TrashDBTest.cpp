@@ -74,20 +74,16 @@ TEST_F(TrashDBTest, EntriesAreLostWhenTheyCannotBeSaved) {
 }
 
 TEST_F(TrashDBTest, WrongEntryAnswersOrAnswersChangeWhatTheyShouldNot) {
-    TrashDB::DateTime added;
+    TrashDB::DateTime added{7};
     std::string original = "untouched";
-    const long long before = Now();
     database.InsertFile("a", "/o/a");
     database.InsertFile("b", "/o/b");
     database.InsertFile("b", "");
     EXPECT_FALSE(database.GetFileAdded("none", added) || database.GetFileOriginalPath("none", original));
-    EXPECT_EQ(added.ticks, 0);
-    EXPECT_EQ(original, "untouched");
-    EXPECT_TRUE(database.GetFileAdded("a", added) && before <= added.ticks && added.ticks <= Now()) << added.ticks;
-    EXPECT_TRUE(database.GetFileOriginalPath("a", original));
-    EXPECT_EQ(original, "/o/a");
-    EXPECT_FALSE(database.GetFileOriginalPath("b", original));
-    EXPECT_EQ(original, "") << "an empty one is handed out too";
+    EXPECT_EQ(original + std::to_string(added.ticks), "untouched7");
+    EXPECT_TRUE(database.GetFileAdded("a", added) && std::abs(added.ticks - Now()) < day / 99) << added.ticks;
+    EXPECT_TRUE(database.GetFileOriginalPath("a", original) && original == "/o/a") << original;
+    EXPECT_FALSE(database.GetFileOriginalPath("b", original) || !original.empty()) << "it is handed out too";
     database.DeleteFile("none");
     database.DeleteFile("a");
     EXPECT_EQ(database.files.size(), 1U);
