@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <dirent.h>
 #include <dlfcn.h>
@@ -12,8 +13,6 @@
 #include <filesystem>
 #include <map>
 #include <new>
-#include <pthread.h>
-#include <set>
 #include <stdio_ext.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -62,16 +61,12 @@ auto Pass(const char* name, Arguments... arguments) {
 
 /// The same, unless the call fails.
 template <auto function, class... Arguments>
-auto Call(const char* name, Arguments... arguments) -> decltype(function(arguments...)) {
-    using Result = decltype(function(arguments...));
-    if (!Fails()) {
-        return Pass<function>(name, arguments...);
+auto Call(const char* name, Arguments... arguments) {
+    decltype(function(arguments...)) failure{};
+    if constexpr (!std::is_pointer_v<decltype(failure)>) {
+        failure = -1;
     }
-    if constexpr (std::is_pointer_v<Result>) {
-        return nullptr;
-    } else {
-        return -1;
-    }
+    return Fails() ? failure : Pass<function>(name, arguments...);
 }
 
 auto CountThreads() {
@@ -100,14 +95,19 @@ Faults::Outcome Faults::Strike(const Fault& fault, const std::function<void()>& 
 
 using Faults::answers;
 
-void Faults::OnAllocate() {
-    if (IsHit(true)) {
-        throw std::bad_alloc();
-    }
-    ++allocations;
+// The forms that the others come down to.
+void* operator new(std::size_t size) {
+    void* const memory = IsHit(true) ? nullptr : std::malloc(size);
+    allocations += memory != nullptr ? 1 : 0;
+    return memory != nullptr ? memory : throw std::bad_alloc();
 }
 
-void Faults::OnRelease() noexcept { --allocations; }
+void operator delete(void* memory) noexcept {
+    allocations -= memory != nullptr ? 1 : 0;
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept { ::operator delete(memory); }
 
 extern "C" {
 
@@ -200,15 +200,12 @@ ssize_t readlink(const char* path, char* buffer, std::size_t size) noexcept {
 }
 
 int usleep(useconds_t microseconds) {
-    answers.slept += microseconds;
-    return answers.isTimed ? 0 : Pass<&::usleep>("usleep", microseconds);
+    return answers.slept < 0 ? Pass<&::usleep>("usleep", microseconds) : (answers.slept += microseconds, 0);
 }
 
 int clock_gettime(clockid_t clock, timespec* now) noexcept {
     const int result = Pass<&::clock_gettime>("clock_gettime", clock, now);
-    if (answers.isTimed) {
-        *now = {answers.slept / 1000000, answers.slept % 1000000 * 1000};
-    }
+    *now = answers.slept < 0 ? *now : timespec{answers.slept / 1000000, answers.slept % 1000000 * 1000};
     return result;
 }
 

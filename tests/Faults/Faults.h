@@ -4,9 +4,8 @@
 #include <functional>
 #include <string>
 
-// Makes the library's calls to the system, and its allocations, fail on demand. The program that links Faults.cpp and
-// Allocations.cpp defines the C library's functions and operator new itself, and the dynamic linker routes the shared
-// library's calls through them.
+// Makes the library's calls to the system, and its allocations, fail on demand: Faults.cpp defines the C library's
+// functions and operator new itself, and the dynamic linker routes the shared library's calls through them.
 namespace Faults {
 
 struct Fault {
@@ -31,8 +30,7 @@ struct Answers {
     bool typesUnknown = false;  ///< whether folders do not tell of what type their entries are
     bool startsLate = false;    ///< whether the next program can be started by the second attempt only
     bool isInterrupted = false; ///< whether a signal interrupts the next wait for a child
-    bool isTimed = false;       ///< whether the clock stands still but for usleep
-    long long slept = 0;        ///< microseconds, by usleep
+    long long slept = -1;       ///< microseconds, by usleep, which alone moves the clock then; negative: not so
     unsigned long blocks = 0; ///< of 512 bytes that anybody may use, of 10 more, in fragments of 4096; 0: the true ones
     std::string executable;   ///< the path of the running program; empty: the true one
 
@@ -40,8 +38,5 @@ struct Answers {
     std::function<void(const std::string& name)> meanwhile;
 };
 extern Answers answers;
-
-void OnAllocate(); ///< called by every operator new, out of which comes what it throws
-void OnRelease() noexcept;
 
 } // namespace Faults

@@ -102,7 +102,7 @@ TEST_F(SystemTest, PathOfTheExecutableOverrunsTheBufferOrKeepsABackslash) {
 }
 
 TEST_F(SystemTest, WaitEndsARoundEarlyOrLate) {
-    answers.isTimed = true;
+    answers.slept = 0;
     const pid_t child = Launch({"/bin/sleep", "60"});
     const HANDLE process = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(child));
     constexpr std::array<int, 2> rows[] = {{-2, 200}, {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}};

@@ -4,8 +4,10 @@
 #include "tests/support/DiskTest.h"
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
+#include <dlfcn.h>
 #include <future>
 #include <memory>
+#include <pthread.h>
 #include <thread>
 
 using namespace Tolvex::FileNames;
@@ -154,4 +156,41 @@ TEST_F(TrashTest, FilesAreMissedOrLookedForBelowLevelFifty) {
     CheckDeleteEmptyFolders(Path("a"));
     EXPECT_FALSE(std::filesystem::exists(Path("a/empty")));
     EXPECT_EQ(Cells(List(Path("a"))).size(), 1U + 52U + 52U + 2U);
+}
+
+TEST_F(TrashTest, SmallStackIsOverrun) {
+    if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
+        GTEST_SKIP() << "sanitizers need more of the stack";
+    }
+#ifdef __OPTIMIZE__
+    constexpr std::size_t size = std::size_t{32} * 1024;
+#else
+    constexpr std::size_t size = std::size_t{64} * 1024;
+#endif
+    std::string deep = InTrash("shallow/file, ") + trash;
+    for (int level = 0; level <= 20; ++level) {
+        deep += "/level";
+    }
+    Make("a, " + deep + "/file");
+    const auto work = [](void* file) -> void* { // each step of a host's thread on the trash
+        const std::string place = GetTrashFolderPath();
+        DeleteFileToRecycleBin(static_cast<const char*>(file), true);
+        CanPutBack(place + "/a");
+        PutBack(place + "/a");
+        TouchFolder(place);
+        DeleteFolderWithContents((place + "/shallow").c_str(), false, false);
+        CleanupTrashFolder(place, false);
+        CheckDeleteEmptyFolders(place);
+        CleanupTrashFolder(place, true); // folders at every depth that is emptied
+        return nullptr;
+    };
+    pthread_attr_t attributes{};
+    pthread_attr_init(&attributes);
+    ASSERT_EQ(pthread_attr_setstacksize(&attributes, size), 0);
+    pthread_t thread{};
+    std::string file = Path("a");
+    ASSERT_EQ(pthread_create(&thread, &attributes, work, file.data()), 0);
+    pthread_join(thread, nullptr);
+    EXPECT_EQ(Content(Path("a")), "a");
+    EXPECT_EQ(List(applicationFolder), "Trash/, Trash/.trash.db");
 }
