@@ -144,13 +144,9 @@ TEST_F(FileStream, ClosedFileIsTouchedOrTheOldHandleKept) {
 }
 
 TEST_F(FileStream, IntegersChangeOrShortOnesPass) {
-    Open("");
-    file.WriteData(-2);
-    file.WriteData(0x0102030405060708LL);
+    Open("\xFE\xFF\xFF\xFF\x8\x7\x6\x5\x4\x3\x2\x1");
     int number = 0;
     long long longNumber = 0;
-    file.Seek(0, SEEK_SET);
-    EXPECT_EQ(Content(Path("f")), "\xFE\xFF\xFF\xFF\x8\x7\x6\x5\x4\x3\x2\x1");
     file.ReadData(number);
     file.ReadData(longNumber);
     EXPECT_EQ(number, -2);
@@ -159,7 +155,11 @@ TEST_F(FileStream, IntegersChangeOrShortOnesPass) {
     EXPECT_EQ(MessageOf([&] { file.ReadData(number); }), "Error reading data");
     EXPECT_EQ(number, static_cast<int>(0xFFFF0102)) << "the bytes that came are kept";
     EXPECT_EQ(MessageOf([&] { file.ReadData(longNumber); }), "Error reading data");
+    file.Seek(0, SEEK_SET);
+    file.WriteData(longNumber);
+    file.WriteData(number);
     EXPECT_TRUE(file.Close());
+    EXPECT_EQ(Content(Path("f")), "\x8\x7\x6\x5\x4\x3\x2\x1\x2\x1\xFF\xFF");
     struct : FlapFiles::CFile {
         long long Write(const void* /*data*/, long long size) override { return std::min(size, 7LL); }
     } narrow;

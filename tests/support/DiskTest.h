@@ -84,12 +84,8 @@ struct DiskTest : testing::Test {
             << "left behind";
     }
 
-    static std::size_t CountOpenFiles() {
-        std::size_t count = 0;
-        for (int descriptor = 0; descriptor < 1024; ++descriptor) {
-            count += fcntl(descriptor, F_GETFD) != -1 ? 1 : 0;
-        }
-        return count;
+    static std::ptrdiff_t CountOpenFiles() {
+        return std::distance(std::filesystem::directory_iterator("/dev/fd"), std::filesystem::directory_iterator());
     }
 
     /// A folder that everybody may write to.
@@ -103,17 +99,16 @@ struct DiskTest : testing::Test {
     /// The full path of `name` in `folder`.
     std::string Path(const std::string& name) const { return folder + '/' + name; }
 
-    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path. Returns
-    /// the full path.
+    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path, which is
+    /// returned.
+    std::string MakeFolder(const std::string& name) const {
+        std::filesystem::create_directories(std::filesystem::path(folder) / name);
+        return std::filesystem::path(folder) / name;
+    }
     std::string MakeFile(const std::string& name, const std::string& content = "") const {
         const std::filesystem::path path = std::filesystem::path(folder) / name;
         MakeFolder(path.parent_path());
         EXPECT_TRUE(std::ofstream(path, std::ios::binary) << content) << path;
-        return path;
-    }
-    std::string MakeFolder(const std::string& name) const {
-        const std::filesystem::path path = std::filesystem::path(folder) / name;
-        std::filesystem::create_directories(path);
         return path;
     }
 
@@ -164,6 +159,6 @@ struct DiskTest : testing::Test {
     const std::string applicationFolder = home + "/Library/Application Support/Tolvex Studio 10"; ///< not made here
     const std::string temporaryFolder = sandbox / "tmp";
     const std::string workingFolder = sandbox / "work";
-    std::size_t expectedOpenFiles = 0; ///< how many files are meant to be open still at the end of the test
-    std::size_t openAtStart = 0;
+    int expectedOpenFiles = 0; ///< how many files are meant to be open still at the end of the test
+    std::ptrdiff_t openAtStart = 0;
 };
