@@ -52,10 +52,9 @@ void CheckExtensions(const std::string& name, const std::string& text) {
     Require(AppendStringBeforeExtension(name, text) == stem + text + extension, "the text comes before the extension");
     Require(GetFilenameWithoutExtension(name) == name.substr(0, dot), "cut at any dot");
     Require(HasExtension(name) == (dot != std::string::npos), "which any dot is");
-    const std::string forced = ForceExtension(name, text);
-    const std::string appended = CheckAppendExtension(name, text);
-    Require(forced == name || forced == stem + text, "forced: kept or replaced");
-    Require(appended == name || appended == name + text, "appended: kept or added");
+    const bool isForced = ForceExtension(name, text) != name;
+    Require(ForceExtension(name, text) == (isForced ? stem + text : name), "forced: kept or replaced");
+    Require(CheckAppendExtension(name, text) == (isForced ? name + text : name) || stem + text == name, "or appended");
     std::vector<char> buffer = GetShellString(name.c_str());
     std::string ending = text.c_str();
     const std::string changed = GetFilenameWithoutExtension(buffer.data()) + '.' + ending;

@@ -21,14 +21,7 @@ using Faults::answers;
 namespace {
 
 struct SystemTest : DiskTest {
-    void SetUp() override {
-        DiskTest::SetUp();
-        answers = {};
-    }
-    void TearDown() override {
-        answers = {};
-        DiskTest::TearDown();
-    }
+    ~SystemTest() override { answers = {}; }
 };
 
 pid_t Launch(std::vector<std::string> arguments) {

@@ -20,16 +20,14 @@ inline long long Now() {
 /// When each item was added and where it came from.
 using Entries = std::map<std::string, std::pair<long long, std::string>>;
 
-template <class Integer>
-std::string Bytes(Integer value) {
-    return {reinterpret_cast<const char*>(&value), sizeof value};
-}
-
 inline std::string DatabaseBytes(const Entries& entries, int version = 2) {
-    const auto record = [](const std::string& text) { return Bytes(static_cast<int>(text.size() + 1)) + text + '\0'; };
-    std::string bytes = Bytes(version) + Bytes(static_cast<int>(entries.size()));
+    const auto bytesOf = [](auto value) { return std::string(reinterpret_cast<const char*>(&value), sizeof value); };
+    const auto record = [bytesOf](const std::string& text) {
+        return bytesOf(static_cast<int>(text.size() + 1)) + text + '\0';
+    };
+    std::string bytes = bytesOf(version) + bytesOf(static_cast<int>(entries.size()));
     for (const auto& [key, value] : entries) {
-        bytes += record(key) + Bytes(value.first) + (version < 2 ? "" : record(value.second));
+        bytes += record(key) + bytesOf(value.first) + (version < 2 ? "" : record(value.second));
     }
     return bytes;
 }

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <thread>
 #include <unistd.h>
 
 // What every back-end has to do, whichever system it is for.
@@ -32,6 +33,15 @@ TEST(HostPlatform, TemporaryFolderIsNoneOrAnotherEachTime) {
     EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
     EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
     EXPECT_EQ(GetTemporaryFolder(), folder);
+}
+
+TEST(HostPlatform, ThreadsNeedToBePrepared) {
+    testing::internal::CaptureStderr(); // where Foundation complains of objects that no pool will release
+    std::thread([] {
+        GetTemporaryFolder();
+        EXPECT_EQ(Utf8FromWide(WideFromUtf8("\xC3\xA9").data(), 1), "\xC3\xA9");
+    }).join();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(HostPlatform, ClockIsNotTheCalendars) {
