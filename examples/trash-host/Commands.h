@@ -4,13 +4,12 @@
 #include <vector>
 
 // What the program can do. Each checks everything before it does anything: after a Refusal the trash and the files are
-// as they were, unless the files changed under way.
+// as they were, unless the files changed under way or an interruption came. The database tells in any case what is where.
 
 /// Moves the files and folders at `paths` into the trash.
 void PutIntoTrash(const std::vector<std::string>& paths);
 
-/// Moves items of the trash back to where they came from. They are given as PrintTrash prints them, or by their names or
-/// full paths.
+/// Moves items of the trash, named as PrintTrash prints them or by their full paths, back to where they came from.
 void RestoreFromTrash(const std::vector<std::string>& items);
 
 /// Deletes what has been in the trash for 30 days, or with `all` everything recorded and every folder, and prints what
@@ -22,6 +21,3 @@ void PrintTrash();
 
 /// Prints of each path whether it is a song file, a song folder, an audio or MIDI file, or something else.
 void PrintKinds(const std::vector<std::string>& paths);
-
-/// Shows all of the above on files of its own.
-void RunTour();

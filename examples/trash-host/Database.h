@@ -14,12 +14,11 @@ struct Record {
 /// By the item's full path in the trash.
 using Records = std::map<std::string, Record>;
 
-enum class Use { Read, Change };
+/// The records of the database file `path`; none when there is no such file. Refuses a file that may not be read and,
+/// with `toChange`, written, and one that is damaged anywhere: the library reads such a file up to the damage and saves
+/// only that, so the rest would be lost.
+Records ReadDatabase(const std::string& path, bool toChange);
 
-/// The records of the database file `path`; none when there is no such file. Refuses a file that is damaged anywhere:
-/// the library reads such a file up to the damage and saves only that, so the rest would be lost. With Use::Change the
-/// file must be open to writing, too.
-Records ReadDatabase(const std::string& path, Use use);
-
-/// Replaces the file as a whole or not at all.
-void WriteDatabase(const std::string& path, const Records& records);
+/// Replaces the file as a whole or refuses. With `inPlace`, for full disks, the new one takes the old one's room; then a
+/// refusal leaves a part of it.
+void WriteDatabase(const std::string& path, const Records& records, bool inPlace = false);

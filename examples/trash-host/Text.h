@@ -1,23 +1,35 @@
 #pragma once
 
+#include <csignal>
 #include <stdexcept>
 #include <string>
 
 /// Why a command is not carried out, in one line for the user. Names in it have gone through Shown.
-class Refusal : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
+struct Refusal : std::runtime_error {
+    using runtime_error::runtime_error;
 };
 
-/// Refuses to go on unless `isSo`, which `claim` puts into words.
-void Verify(bool isSo, const std::string& claim);
+void RefuseIf(bool isObstacle, const std::string& reason);
+
+/// The signal that asked the program to stop; 0 while none did.
+extern volatile std::sig_atomic_t interruption;
 
 /// `text` for the terminal: control characters, backslashes and what is not UTF-8 as \xNN, so that no file name can
 /// play tricks and no two names look alike.
 std::string Shown(const std::string& text);
 
+/// `shown` and spaces up to `width` columns of a terminal.
+std::string Padded(const std::string& shown, std::size_t width);
+
+std::size_t Width(const std::string& shown);
+
+void Say(const std::string& line);
+
+/// Shows `text` below the lines until the next one is said; shows nothing where there is no terminal.
+void ShowProgress(const std::string& text);
+
 /// The trash database counts time in units of 100 nanoseconds since 1601.
 constexpr long long ticksPerSecond = 10'000'000;
-constexpr long long secondsPerDay = 86'400;
-long long UnixTime(long long ticks);
+constexpr long long ticksPerDay = 86'400 * ticksPerSecond;
+long long Now();
 std::string ShownTime(long long ticks);
