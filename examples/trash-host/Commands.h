@@ -8,16 +8,10 @@
 
 /// Moves the files and folders at `paths` into the trash.
 void PutIntoTrash(const std::vector<std::string>& paths);
-
 /// Moves items of the trash, named as PrintTrash prints them or by their full paths, back to where they came from.
 void RestoreFromTrash(const std::vector<std::string>& items);
-
-/// Deletes what has been in the trash for 30 days, or with `all` everything recorded and every folder, and prints what
-/// is gone, what was found unrecorded and is recorded now, and for how long each item stays.
+/// Deletes what has been in the trash for 30 days, or with `all` everything recorded and every folder. Prints what is
+/// gone, and of the rest how long it stays and what is recorded only now.
 void PurgeTrash(bool all);
-
 /// Prints what the trash database holds and what lies in the trash unrecorded.
 void PrintTrash();
-
-/// Prints of each path whether it is a song file, a song folder, an audio or MIDI file, or something else.
-void PrintKinds(const std::vector<std::string>& paths);

@@ -1,23 +1,13 @@
 #include "Commands.h"
 #include "OpenTrash.h"
-#include "Text.h"
-
-#include <FrameworkBase/FileNames/Extensions.h>
-#include <FrameworkBase/FileNames/FileTypes.h>
-#include <FrameworkBase/FileNames/FolderListing.h>
-#include <FrameworkBase/FileNames/PathNames.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <strings.h>
 
 namespace fs = std::filesystem;
-using namespace Tolvex::FileNames;
-
-namespace {
 
 /// The bytes in a file, or in all files of a folder. What cannot be read counts as nothing.
-std::string SizeOf(const std::string& path) {
+static std::string SizeOf(const std::string& path) {
     std::error_code error;
     std::uintmax_t size = is_regular_file(fs::symlink_status(path, error)) ? fs::file_size(path, error) : 0;
     if (IsFolder(path)) {
@@ -28,22 +18,6 @@ std::string SizeOf(const std::string& path) {
     }
     return Exists(path) ? std::to_string(size) : "vanished";
 }
-
-std::string KindOf(const std::string& path) {
-    bool isFolder = false;
-    RefuseIf(!CheckPathIsDirectory(path, isFolder) && !Exists(path), "there is no " + Shown(path));
-    if (isFolder || IsSongFile(path)) {
-        return !isFolder ? "song file" : IsSongFolder(path) ? "song folder" : "other";
-    }
-    const std::string extension = GetExtensionWithoutDot(GetFilenameWithoutPath(path));
-    const auto& known = Tolvex::AudioAndMidiFileExtensionsString;
-    return std::any_of(known.begin(), known.end(),
-                       [&](const auto& candidate) { return strcasecmp(candidate.c_str(), extension.c_str()) == 0; })
-               ? "audio or MIDI file"
-               : "other";
-}
-
-} // namespace
 
 void PrintTrash() {
     const OpenTrash trash(Use::List);
@@ -64,13 +38,7 @@ void PrintTrash() {
     print("NAME", "BYTES", "DELETED", "FROM");
     for (const auto& [path, record] : records) {
         const bool isRecorded = trash.records.count(path) != 0;
-        print(Shown(trash.NameOf(path)), SizeOf(path), isRecorded ? ShownTime(record.added) : "not recorded",
-              record.origin.empty() ? "not known" : Shown(record.origin));
-    }
-}
-
-void PrintKinds(const std::vector<std::string>& paths) {
-    for (const std::string& path : paths) {
-        Say(Padded(KindOf(path), 20) + Shown(path));
+        print(Shown(trash.NameOf(path)), SizeOf(path), isRecorded ? ShownTime(record.first) : "not recorded",
+              record.second.empty() ? "not known" : Shown(record.second));
     }
 }

@@ -20,10 +20,10 @@ std::vector<std::string> Arguments(int count, char** values) {
         if (isOption && value == "--") {
             isOption = false;
         } else {
-            arguments.insert(arguments.begin(), i == 1 || (isOption && value[0] == '-') ? value : "./" + value);
+            arguments.push_back(i == 1 || (isOption && value[0] == '-') ? value : "./" + value);
         }
     }
-    return arguments;
+    return {arguments.rbegin(), arguments.rend()};
 }
 
 void Run(CLI::App& app, int count, char** values) {
@@ -44,7 +44,6 @@ void Run(CLI::App& app, int count, char** values) {
         PutIntoTrash);
     add("restore", "Move items back to where they were", "ITEM",
         "As list shows it, or its full path in the trash. Of many, the first take longer", RestoreFromTrash);
-    add("kinds", "Tell songs and media files apart", "PATH", "File or folder", PrintKinds);
     app.add_subcommand("list", "Show what is in the trash")->callback(PrintTrash);
     CLI::App* const purge = app.add_subcommand("purge", "Delete what has been in the trash for 30 days");
     purge->add_flag("--all", all, "Delete all that is recorded, and every folder");

@@ -1,9 +1,7 @@
 #include "Commands.h"
 #include "OpenTrash.h"
-#include "Text.h"
 
 #include <FrameworkBase/FileNames/Extensions.h>
-#include <FrameworkBase/FileNames/FolderListing.h>
 #include <FrameworkBase/FileNames/PathNames.h>
 #include <FrameworkBase/FileNames/UniqueNames.h>
 #include <FrameworkBase/Trash/Trash.h>
@@ -29,35 +27,33 @@ struct stat StatusOf(const std::string& path) {
 
 /// Moves stay on one device and, where the system tells them apart, on one of its mounts.
 std::pair<dev_t, unsigned long long> VolumeOf(const std::string& folder) {
-    unsigned long long mount = 0;
 #ifdef STATX_MNT_ID
-    struct statx status {};
-    statx(AT_FDCWD, folder.c_str(), 0, STATX_MNT_ID, &status);
-    mount = status.stx_mnt_id;
+    struct statx extended {};
+    statx(AT_FDCWD, folder.c_str(), 0, STATX_MNT_ID, &extended);
+    return {StatusOf(folder).st_dev, extended.stx_mnt_id};
 #endif
-    return {StatusOf(folder).st_dev, mount};
+    return {StatusOf(folder).st_dev, 0};
 }
 
 /// Refuses, with `claim` and the reason, unless the system can move the item `from` to `to`. The library does not say
 /// whether a move worked, and A FILE THAT CANNOT BE MOVED IS LOST (see Rename), so what makes it fail is looked at before.
 void CheckMove(const std::string& claim, const std::string& from, const std::string& to) {
-    const auto refuseIf = [&](bool isObstacle, const std::string& reason) { RefuseIf(isObstacle, claim + reason); };
     const std::string source = path_rimuovifilename(from); // with their separators, so that links there are followed
     const std::string target = path_rimuovifilename(to);
     const bool isFolder = IsFolder(from);
-    refuseIf(!IsFolder(target), "the folder " + Shown(target) + " is gone");
-    refuseIf(Exists(to), "something else is at " + Shown(to));
+    RefuseIf(!IsFolder(target), claim + "the folder " + Shown(target) + " is gone");
+    RefuseIf(Exists(to), claim + "something else is at " + Shown(to));
     const long longest = pathconf(target.c_str(), _PC_NAME_MAX);
-    refuseIf(to.size() > 1039 || static_cast<long>(to.size() - target.size()) > longest, std::strerror(ENAMETOOLONG));
-    refuseIf(isFolder && IsPathBelow(NormalizePath(target) + '/', NormalizePath(from)), "that lies in it");
-    refuseIf(VolumeOf(source) != VolumeOf(target) || (isFolder && VolumeOf(from) != VolumeOf(target)),
-             "they are on different volumes");
+    RefuseIf(to.size() > 1039 || static_cast<long>(to.size() - target.size()) > longest,
+             claim + "its name is too long");
+    RefuseIf(isFolder && IsPathBelow(NormalizePath(target) + '/', NormalizePath(from)), claim + "that lies in it");
+    RefuseIf(VolumeOf(source) != VolumeOf(target) || (isFolder && VolumeOf(from) != VolumeOf(target)),
+             claim + "they are on different volumes");
     CheckAccess(source, W_OK | X_OK);
     CheckAccess(target, W_OK | X_OK);
     CheckAccess(isFolder ? from : source, W_OK); // a folder that moves has its entry ".." changed
-    const struct stat folder = StatusOf(source);
-    const bool isOwner = geteuid() == 0 || geteuid() == folder.st_uid || geteuid() == StatusOf(from).st_uid;
-    refuseIf((folder.st_mode & S_ISVTX) != 0 && !isOwner, "it belongs to somebody else");
+    const bool isMine = geteuid() == StatusOf(from).st_uid || geteuid() == StatusOf(source).st_uid || geteuid() == 0;
+    RefuseIf((StatusOf(source).st_mode & S_ISVTX) != 0 && !isMine, claim + "it belongs to somebody else");
 }
 
 /// The full path of what `path` names. Only its folder is resolved: a link at the end is itself what goes. The library's
@@ -79,9 +75,9 @@ std::string FullPath(std::string path) {
 
 /// Returns the path that the library will give to `item` in the trash, or refuses.
 std::string CheckPut(const OpenTrash& trash, const std::string& item) {
-    const std::string realTrash = NormalizePath(trash.folder);
-    RefuseIf(IsPathBelow(item, realTrash), Shown(item) + " is in the trash already");
     const std::string claim = Shown(item) + " cannot go into the trash: ";
+    const std::string realTrash = NormalizePath(trash.folder);
+    RefuseIf(IsPathBelow(item, realTrash), claim + "it is there already");
     RefuseIf(IsPathBelow(realTrash + '/', NormalizePath(item)), claim + "the trash lies in it");
     std::string name = GetFilenameWithoutPath(item);
     const std::string extension = GetExtension(name);
@@ -89,9 +85,9 @@ std::string CheckPut(const OpenTrash& trash, const std::string& item) {
                                                           extension == name ? "" : extension);
     // A file that cannot be read counts as free to the library, which would put the item in its place.
     RefuseIf(Exists(target) || trash.NameOf(target).rfind(".trash.db", 0) == 0,
-             Shown(item) + " would replace " + Shown(target));
+             claim + "it would replace " + Shown(target));
     CheckMove(claim, item, target);
-    FilesOfDeletable(item, target);
+    FilesOfDeletable(item);
     return target;
 }
 
@@ -106,27 +102,23 @@ void Put(OpenTrash& trash, const std::string& item) {
     Say(Shown(trash.NameOf(target)) + "  <-  " + Shown(item));
 }
 
-/// The recorded path of what the user calls `item`.
-std::string FindRecord(const OpenTrash& trash, const std::string& item) {
-    std::string name = item.rfind("./", 0) == 0 ? item.substr(2) : item;
-    name = !name.empty() && name.back() == '/' ? name.substr(0, name.size() - 1) : name;
-    std::set<std::string> matches;
-    for (const auto& [path, record] : trash.records) {
-        const bool isShown = item.find('\\') != std::string::npos && item == Shown(trash.NameOf(path));
-        if (path == item || path == trash.PathOf(name) || isShown) {
-            matches.insert(path);
-        }
-    }
-    RefuseIf(matches.size() != 1,
-             Shown(item) + (matches.empty() ? " is not recorded in the trash" : " names more than one item"));
-    return *matches.begin();
+/// The recorded path of what the user calls `item`: its name as Shown, else as it is, else its full path.
+std::string FindRecord(const OpenTrash& trash, std::string item) {
+    item.erase(item.size() - (!item.empty() && item.back() == '/' ? 1 : 0));
+    const bool isEscaped = item.find('\\') != std::string::npos; // then all have to be looked at
+    auto found = std::find_if(isEscaped ? trash.records.begin() : trash.records.end(), trash.records.end(),
+                              [&](const auto& entry) { return Shown(trash.NameOf(entry.first)) == item; });
+    found = found == trash.records.end() ? trash.records.find(trash.PathOf(item)) : found;
+    found = found == trash.records.end() ? trash.records.find(item) : found;
+    RefuseIf(found == trash.records.end(), Shown(item) + " is not recorded in the trash");
+    return found->first;
 }
 
 /// Refuses unless the item recorded as `path` can go back without replacing anything.
 void CheckRestore(const OpenTrash& trash, const std::string& path) {
     const std::string name = trash.NameOf(path);
-    const std::string& origin = trash.records.at(path).origin;
     const std::string claim = Shown(name) + " cannot go back: ";
+    const std::string& origin = trash.records.at(path).second;
     RefuseIf(name.find('/') != std::string::npos || name == "." || name == ".." || name == ".trash.db",
              claim + "it is not an item of this trash by itself");
     RefuseIf(origin.empty() || origin.front() != '/', claim + "the trash database does not tell where it came from");
@@ -136,8 +128,8 @@ void CheckRestore(const OpenTrash& trash, const std::string& path) {
 
 void Restore(OpenTrash& trash, const std::string& path) {
     CheckRestore(trash, path);
-    const std::string origin = trash.records.at(path).origin;
-    const auto [first, last] = trash.RecordsBelow(path);
+    const std::string origin = trash.records.at(path).second;
+    const auto [first, last] = trash.RecordsOf(path);
     const auto lost = std::count_if(first, last, [](const auto& file) { return !Exists(file.first); });
     PutBack(path);
     RefuseIf(!Exists(origin) || Exists(path), Shown(path) + " did not arrive at " + Shown(origin));
@@ -151,13 +143,11 @@ void Restore(OpenTrash& trash, const std::string& path) {
 void PutIntoTrash(const std::vector<std::string>& paths) {
     std::vector<std::string> items;
     std::transform(paths.begin(), paths.end(), std::back_inserter(items), FullPath);
-    std::set<std::string> known;
+    std::multiset<std::string> known(items.begin(), items.end());
     for (const std::string& item : items) {
-        RefuseIf(!known.insert(item).second, Shown(item) + " cannot go twice");
-    }
-    for (const std::string& item : items) {
-        for (fs::path folder = fs::path(item).parent_path(); folder != "/"; folder = folder.parent_path()) {
-            RefuseIf(known.count(folder) != 0, Shown(item) + " and " + Shown(folder) + " cannot both go");
+        for (fs::path folder = item; folder != "/"; folder = folder.parent_path()) {
+            RefuseIf(known.count(folder) > (folder == item ? 1U : 0U),
+                     Shown(item) + " and " + Shown(folder) + " cannot both go");
         }
     }
     OpenTrash trash(Use::Put);
@@ -174,7 +164,7 @@ void RestoreFromTrash(const std::vector<std::string>& items) {
     for (const std::string& item : items) {
         paths.push_back(FindRecord(trash, item));
         CheckRestore(trash, paths.back());
-        RefuseIf(!origins.insert(trash.records.at(paths.back()).origin).second,
+        RefuseIf(!origins.insert(trash.records.at(paths.back()).second).second,
                  Shown(item) + " and another item cannot both go to one place");
     }
     trash.ForEach(paths, [&trash](const std::string& path) { Restore(trash, path); });

@@ -1,33 +1,35 @@
 #pragma once
 
-#include "Database.h"
+#include "Text.h"
 
 #include <dirent.h>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
-#include <string>
+#include <utility>
 #include <vector>
 
 /// Whether there is anything at `path`, a link that leads nowhere included.
 bool Exists(const std::string& path);
-
 /// Whether `path` is a folder and not a link to one.
 bool IsFolder(const std::string& path);
-
-/// Refuses unless the user has these rights on `path`, those of unistd.h.
+/// Refuses unless the user has these `rights` on `path`, those of unistd.h.
 void CheckAccess(const std::string& path, int rights);
+/// The files in `folder` and below, links included; none when it is no folder. Refuses a folder that the user could not
+/// empty, and one with a link to a folder: a purge would empty what that leads to, wherever it is.
+std::vector<std::string> FilesOfDeletable(const std::string& folder);
 
-/// The files in `folder` and below, links included; none when it is no folder. Refuses a folder that a purge could not
-/// delete from the trash, where its path is or will be `pathInTrash`, and one with a link to a folder: the purge would
-/// empty what that leads to, wherever it is.
-std::vector<std::string> FilesOfDeletable(const std::string& folder, const std::string& pathInTrash);
+/// When an item came into the trash and from where: an empty text for files that a purge found and recorded.
+using Record = std::pair<long long, std::string>;
+/// By the item's full path in the trash.
+using Records = std::map<std::string, Record>;
 
 /// What the trash is opened for. Only Put makes folders. A purge needs no room on the disk: it is what gives it.
 enum class Use { List, Purge, Restore, Put };
 
 /// The application's trash for the time of one command. No other run of this program gets at it meanwhile, and its
-/// database has been read and found sound.
+/// database has been read and found sound: the library would read a damaged one up to the damage and save only that.
 struct OpenTrash {
     explicit OpenTrash(Use use);
 
@@ -36,19 +38,20 @@ struct OpenTrash {
     std::string NameOf(const std::string& path) const;
     /// The names of what lies in the trash folder, but for the database.
     std::set<std::string> Names() const;
-    /// The records of what lies in the folder `path`.
-    std::pair<Records::iterator, Records::iterator> RecordsBelow(const std::string& path);
-    /// Drops the records of `path` and below, where nothing is any more. The library keeps those of the files in a
-    /// folder, and a later folder of that name would be purged by their dates.
+    /// The records that tell the age of the item at `path`: its own, or those of the files in the folder that it is.
+    std::pair<Records::iterator, Records::iterator> RecordsOf(const std::string& path);
+    /// Drops the records of `path` and below, where nothing is any more, and tells whether there were any. The library
+    /// keeps those of the files in a folder, and a later folder of that name would be purged by their dates.
     bool Forget(const std::string& path);
-    void Save() const { WriteDatabase(PathOf(".trash.db"), records); }
-    /// Makes the database hold `records`, whatever the library has left of it, with the times that the library gave and
-    /// with what it recorded besides.
+    /// Makes the database hold `records`, as a whole or not at all.
+    void Save() const;
+    /// Saves `records` unless the library has, with the times that it gave and what it recorded besides.
     void Settle();
     /// Calls `move` for one item after the other, up to an interruption, and settles.
     void ForEach(const std::vector<std::string>& items, const std::function<void(const std::string&)>& move);
 
     std::string folder;
+    std::string database;
     Records records;                            ///< at first as in the database
     Records saved;                              ///< as in the database at first
     std::unique_ptr<DIR, int (*)(DIR*)> stream; ///< the trash folder, locked; null when there is none

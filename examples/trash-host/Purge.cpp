@@ -1,12 +1,9 @@
 #include "Commands.h"
 #include "OpenTrash.h"
-#include "Text.h"
 
-#include <FrameworkBase/FileNames/FileOperations.h>
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <future>
@@ -17,37 +14,34 @@ namespace {
 
 constexpr long long expiryAge = 30 * ticksPerDay;
 
-/// Whether the purge deletes the item at `path`. A folder goes with the first of its files to expire; its own record does
-/// not count.
+/// Whether the purge deletes the item at `path`. A folder goes with the first of its files to expire.
 bool IsDue(OpenTrash& trash, const std::string& path, bool all) {
-    const bool isFolder = IsFolder(path);
-    const auto [first, last] = isFolder ? trash.RecordsBelow(path) : trash.records.equal_range(path);
-    return (all && isFolder) || std::any_of(first, last, [all](const auto& file) {
-               const bool isExpired = file.second.added >= 0 && file.second.added < Now() - expiryAge;
-               return (all || isExpired) && Exists(file.first);
+    const auto [first, last] = trash.RecordsOf(path);
+    return (all && IsFolder(path)) || std::any_of(first, last, [all](const auto& file) {
+               const long long added = file.second.first;
+               return (all || (added >= 0 && added < Now() - expiryAge)) && Exists(file.first);
            });
 }
 
-/// Deletes `links` and has the library purge, on its own thread, which nobody can stop.
-[[noreturn]] void CleanUp(bool all, const std::vector<std::string>& links) {
-    try {
-        std::for_each(links.begin(), links.end(), [](const auto& link) { std::filesystem::remove(link); });
-        std::promise<void> ended;
-        CleanupTrashFolder(all, [&ended] { ended.set_value(); });
-        ended.get_future().wait();
-        std::_Exit(0);
-    } catch (const std::exception&) {
-        std::_Exit(1); // the parent looks at what is gone
+/// Has the library purge, on its own thread, and deletes what it left of `due`: links that lead nowhere, also to files
+/// that it had just deleted, and what lies more than 20 folders deep.
+[[noreturn]] void CleanUp(bool all, const std::vector<std::string>& due) noexcept {
+    std::promise<void> ended;
+    CleanupTrashFolder(all, [&ended] { ended.set_value(); });
+    ended.get_future().wait();
+    for (const std::string& path : due) {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
     }
+    std::_Exit(0);
 }
 
-/// Runs CleanUp in a process of its own, which an interruption ends.
-void RunCleanUp(const OpenTrash& trash, bool all, const std::vector<std::string>& links) {
-    ShowProgress("purging");
+/// Runs CleanUp in a process of its own, which an interruption ends: the library's thread cannot be stopped.
+void RunCleanUp(const OpenTrash& trash, bool all, const std::vector<std::string>& due) {
     const pid_t child = fork();
     RefuseIf(child < 0, "no process can be started for the purge");
     if (child == 0) {
-        CleanUp(all, links);
+        CleanUp(all, due);
     }
     for (int waits = 1; waitpid(child, nullptr, WNOHANG) == 0; ++waits) {
         if (interruption != 0) {
@@ -62,12 +56,11 @@ void RunCleanUp(const OpenTrash& trash, bool all, const std::vector<std::string>
 
 /// Prints how long the item stays, and how many files in it were not recorded at first.
 void PrintStaying(OpenTrash& trash, const std::string& name) {
-    const std::string item = trash.PathOf(name);
-    const auto [first, last] = IsFolder(item) ? trash.RecordsBelow(item) : trash.records.equal_range(item);
     long long earliest = Now();
     int adopted = 0;
+    const auto [first, last] = trash.RecordsOf(trash.PathOf(name));
     for (auto file = first; file != last; ++file) {
-        earliest = std::min(earliest, file->second.added);
+        earliest = std::min(earliest, file->second.first);
         adopted += trash.saved.count(file->first) == 0 ? 1 : 0;
     }
     const long long daysLeft = (earliest + expiryAge - Now() + ticksPerDay - 1) / ticksPerDay;
@@ -85,15 +78,11 @@ void PurgeTrash(bool all) {
     }
     CheckAccess(trash.folder, R_OK | W_OK | X_OK);
     std::vector<std::string> due;
-    std::vector<std::string> links;
     for (const std::string& name : names) {
         const std::string path = trash.PathOf(name);
-        std::vector<std::string> files = FilesOfDeletable(path, path);
+        std::vector<std::string> files = FilesOfDeletable(path);
         if (IsDue(trash, path, all)) {
             due.push_back(path);
-            // The library's purge leaves links that lead nowhere, also those to files that it has just deleted.
-            std::copy_if(files.begin(), files.end(), std::back_inserter(links),
-                         [](const std::string& file) { return std::filesystem::is_symlink(file); });
         }
         if (!all && !IsFolder(path)) {
             files.push_back(path);
@@ -101,17 +90,15 @@ void PurgeTrash(bool all) {
         // The library would record these now, but for those in folders that go. Once they are recorded, a folder that
         // an interruption left half deleted is known by its missing files.
         for (const std::string& file : files) {
-            trash.records.try_emplace(file, Record{Now(), ""});
+            trash.records.try_emplace(file, Now(), "");
         }
     }
     try {
         trash.Save();
     } catch (const Refusal&) { // a full disk, which is what the purge helps against
-        if (due.empty()) {
-            throw;
-        }
+        RefuseIf(due.empty(), "the disk is too full to save the trash database, and nothing is due to be purged");
     }
-    RunCleanUp(trash, all, links);
+    RunCleanUp(trash, all, due);
     const std::set<std::string> staying = trash.Names();
     for (const std::string& name : names) {
         if (staying.count(name) == 0) {

@@ -9,9 +9,7 @@
 #include <iostream>
 #include <unistd.h>
 
-namespace {
 constexpr long long secondsFrom1601To1970 = 11'644'473'600;
-} // namespace
 
 volatile std::sig_atomic_t interruption = 0;
 
@@ -29,12 +27,9 @@ std::string Shown(const std::string& text) {
     std::string shown;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte == 0x7F || byte == '\\' || (byte >= 0x80 && !isUtf8)) {
-            const char* const digits = "0123456789abcdef";
-            shown.append("\\x").append(1, digits[byte / 16]).append(1, digits[byte % 16]);
-        } else {
-            shown += character;
-        }
+        const bool isPlain = byte >= 0x20 && byte != 0x7F && byte != '\\' && (byte < 0x80 || isUtf8);
+        const char* const digits = "0123456789abcdef";
+        shown += isPlain ? std::string(1, character) : std::string{'\\', 'x', digits[byte / 16], digits[byte % 16]};
     }
     return shown;
 }
