@@ -1,13 +1,16 @@
-#include "Commands.h"
-#include "OpenTrash.h"
+#include "TrashHost.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <iomanip>
+#include <iostream>
 
 namespace fs = std::filesystem;
 
+namespace {
+
 /// The bytes in a file, or in all files of a folder. What cannot be read counts as nothing.
-static std::string SizeOf(const std::string& path) {
+std::string SizeOf(const std::string& path) {
     std::error_code error;
     std::uintmax_t size = is_regular_file(fs::symlink_status(path, error)) ? fs::file_size(path, error) : 0;
     if (IsFolder(path)) {
@@ -19,26 +22,30 @@ static std::string SizeOf(const std::string& path) {
     return Exists(path) ? std::to_string(size) : "vanished";
 }
 
+} // namespace
+
 void PrintTrash() {
     const OpenTrash trash(Use::List);
     Records records = trash.records;
     for (const std::string& name : trash.Names()) {
         records[trash.PathOf(name)]; // those that are not recorded, with nothing known about them
     }
+    const auto isItem = [&trash](const std::string& path) { // the others are files in a folder
+        return trash.NameOf(path) == path || trash.NameOf(path).find('/') == std::string::npos;
+    };
     std::size_t width = 4;
-    for (auto entry = records.begin(); entry != records.end();) {
-        const std::string name = trash.NameOf(entry->first);
-        const bool isItem = name.front() == '/' || name.find('/') == std::string::npos; // others are files in a folder
-        width = isItem ? std::max(width, Width(Shown(name))) : width;
-        entry = isItem ? std::next(entry) : records.erase(entry);
+    for (const auto& [path, record] : records) {
+        width = isItem(path) ? std::max(width, Width(Shown(trash.NameOf(path)))) : width;
     }
     const auto print = [width](const auto& name, const auto& size, const auto& deleted, const auto& origin) {
-        Say(Padded(name, width) + "  " + Padded(size, 8) + "  " + Padded(deleted, 23) + "  " + origin);
+        std::cout << name << std::string(width - Width(name), ' ') << "  " << std::left << std::setw(8) << size << "  "
+                  << std::setw(23) << deleted << "  " << origin << '\n';
     };
     print("NAME", "BYTES", "DELETED", "FROM");
     for (const auto& [path, record] : records) {
-        const bool isRecorded = trash.records.count(path) != 0;
-        print(Shown(trash.NameOf(path)), SizeOf(path), isRecorded ? ShownTime(record.first) : "not recorded",
-              record.second.empty() ? "not known" : Shown(record.second));
+        if (isItem(path)) {
+            print(Shown(trash.NameOf(path)), SizeOf(path), record.first == 0 ? "not recorded" : ShownTime(record.first),
+                  record.second.empty() ? "not known" : Shown(record.second));
+        }
     }
 }

@@ -1,12 +1,11 @@
-#include "Commands.h"
-#include "Text.h"
+#include "TrashHost.h"
 
-#include <FrameworkBase/Base/TolvexException.h>
 #include <FrameworkBase/Base/Version.h>
 
 #include <CLI/CLI.hpp>
 #include <clocale>
 #include <iostream>
+#include <numeric>
 
 namespace {
 
@@ -53,13 +52,6 @@ void Run(CLI::App& app, int count, char** values) {
     app.parse(Arguments(count, values));
 }
 
-int Complain(const std::string& line, int code) {
-    ShowProgress("");
-    std::cout.flush();
-    std::cerr << "trash-host: " << line << '\n';
-    return code;
-}
-
 } // namespace
 
 int main(int count, char** values) {
@@ -68,6 +60,8 @@ int main(int count, char** values) {
     CLI::App app("The application's trash on the command line. Exit codes: 0 done, 1 not done, 2 not understood,\n"
                  "128 and the signal's number when interrupted.",
                  "trash-host");
+    int code = 1;
+    std::string complaint;
     try {
         Run(app, count, values);
         std::cout.flush();
@@ -76,17 +70,18 @@ int main(int count, char** values) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
-        const bool isUnknown = count > 1 && app.get_subcommands().empty();
-        std::string line = isUnknown ? "there is no such command:" : std::string(error.what()) + ":";
-        for (int i = 1; i < count; ++i) {
-            line += " " + Shown(values[i]);
-        }
-        return Complain(line + " (see trash-host --help)", 2);
+        code = 2;
+        complaint = count > 1 && app.get_subcommands().empty() ? "there is no such command" : error.what();
+        complaint = std::accumulate(values + 1, values + count, complaint + ":",
+                                    [](const auto& line, const char* value) { return line + " " + Shown(value); });
     } catch (const Refusal& refusal) {
-        return Complain(refusal.what(), interruption == 0 ? 1 : 128 + interruption);
-    } catch (const TolvexException& exception) {
-        return Complain(exception.message, 1);
+        code = interruption == 0 ? 1 : 128 + interruption;
+        complaint = refusal.what();
     } catch (const std::exception& exception) {
-        return Complain(Shown(exception.what()), 1);
+        complaint = Shown(exception.what());
     }
+    ShowProgress("");
+    std::cout.flush();
+    std::cerr << "trash-host: " << complaint << '\n';
+    return code;
 }

@@ -1,5 +1,4 @@
-#include "Commands.h"
-#include "OpenTrash.h"
+#include "TrashHost.h"
 
 #include <FrameworkBase/FileNames/Extensions.h>
 #include <FrameworkBase/FileNames/PathNames.h>
@@ -43,9 +42,8 @@ void CheckMove(const std::string& claim, const std::string& from, const std::str
     const bool isFolder = IsFolder(from);
     RefuseIf(!IsFolder(target), claim + "the folder " + Shown(target) + " is gone");
     RefuseIf(Exists(to), claim + "something else is at " + Shown(to));
-    const long longest = pathconf(target.c_str(), _PC_NAME_MAX);
-    RefuseIf(to.size() > 1039 || static_cast<long>(to.size() - target.size()) > longest,
-             claim + "its name is too long");
+    const auto longest = static_cast<std::size_t>(pathconf(target.c_str(), _PC_NAME_MAX));
+    RefuseIf(to.size() > 1039 || to.size() - target.size() > longest, claim + "its name is too long");
     RefuseIf(isFolder && IsPathBelow(NormalizePath(target) + '/', NormalizePath(from)), claim + "that lies in it");
     RefuseIf(VolumeOf(source) != VolumeOf(target) || (isFolder && VolumeOf(from) != VolumeOf(target)),
              claim + "they are on different volumes");

@@ -1,4 +1,4 @@
-#include "OpenTrash.h"
+#include "TrashHost.h"
 
 #include <FrameworkBase/FileNames/FileOperations.h>
 #include <FrameworkBase/FileNames/FolderListing.h>
@@ -40,53 +40,48 @@ std::string ReadText(File& file) {
     return text;
 }
 
-Records ReadRecords(File file) {
-    int version = 0;
-    int count = 0;
-    file.ReadData(version);
-    file.ReadData(count);
-    Records records;
-    for (int i = 0; i < count; ++i) {
-        auto& [added, origin] = records[ReadText(file)];
-        file.ReadData(added);
-        origin = version == 2 ? ReadText(file) : "";
-    }
-    if (version < 1 || version > 2 || static_cast<int>(records.size()) != count || file.GetSizeLeft() != 0) {
-        throw TolvexException("bad version, count or size");
-    }
-    return records;
-}
-
 Records ReadDatabase(const std::string& path, int rights) {
     const fs::file_status status = fs::symlink_status(path);
+    Records records;
     if (!exists(status)) {
-        return {};
+        return records;
     }
     RefuseIf(!is_regular_file(status), "the trash database " + Shown(path) + " is not a file");
     CheckAccess(path, rights);
     try {
-        return ReadRecords({path, GENERIC_READ, OPEN_EXISTING});
+        File file(path, GENERIC_READ, OPEN_EXISTING);
+        int version = 0;
+        int count = 0;
+        file.ReadData(version);
+        file.ReadData(count);
+        for (int i = 0; i < count; ++i) {
+            auto& [added, origin] = records[ReadText(file)];
+            file.ReadData(added);
+            origin = version == 2 ? ReadText(file) : "";
+        }
+        if (version < 1 || version > 2 || static_cast<int>(records.size()) != count || file.GetSizeLeft() != 0) {
+            throw TolvexException("bad version, count or size");
+        }
+        return records;
     } catch (const TolvexException& exception) {
         throw Refusal("the trash database " + Shown(path) + " is damaged (" + exception.message + "). Nothing was " +
                       "changed. docs/trash-database.md tells what can be saved from it; without it, purge starts anew");
     }
 }
 
-void WriteText(File& file, const std::string& text) {
-    const int size = static_cast<int>(text.size()) + 1;
-    file.WriteData(size);
-    file.Write(text.c_str(), size);
-}
-
-void WriteRecords(const std::string& path, const Records& records) {
+void WriteDatabase(const std::string& path, const Records& records) {
     try {
         File file(path, GENERIC_WRITE, CREATE_ALWAYS);
+        const auto writeText = [&file](const std::string& text) {
+            file.WriteData(static_cast<int>(text.size()) + 1);
+            file.Write(text.c_str(), static_cast<long long>(text.size()) + 1);
+        };
         file.WriteData(2);
         file.WriteData(static_cast<int>(records.size()));
         for (const auto& [item, record] : records) {
-            WriteText(file, item);
+            writeText(item);
             file.WriteData(record.first);
-            WriteText(file, record.second);
+            writeText(record.second);
         }
         if (!file.Close()) { // only now is it certain that the disk took it all
             throw TolvexException("Error writing to file");
@@ -200,7 +195,7 @@ bool OpenTrash::Forget(const std::string& path) {
 void OpenTrash::Save() const {
     const std::string draft = database + ".new";
     try {
-        WriteRecords(draft, records);
+        WriteDatabase(draft, records);
         fs::rename(draft, database);
     } catch (const Refusal&) {
         fs::remove(draft);
@@ -228,7 +223,7 @@ void OpenTrash::Settle() {
         for (auto entry = records.begin(); entry != records.end();) {
             entry = saved.count(entry->first) == 0 ? records.erase(entry) : std::next(entry);
         }
-        WriteRecords(database, records);
+        WriteDatabase(database, records);
     }
 }
 

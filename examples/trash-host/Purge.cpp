@@ -1,5 +1,4 @@
-#include "Commands.h"
-#include "OpenTrash.h"
+#include "TrashHost.h"
 
 #include <FrameworkBase/Trash/TrashCleanup.h>
 

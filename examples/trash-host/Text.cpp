@@ -1,4 +1,4 @@
-#include "Text.h"
+#include "TrashHost.h"
 
 #include <FrameworkBase/Base/Strings.h>
 
@@ -42,10 +42,6 @@ std::size_t Width(const std::string& shown) {
     return width;
 }
 
-std::string Padded(const std::string& shown, std::size_t width) {
-    return shown + std::string(width - std::min(width, Width(shown)), ' ');
-}
-
 void Say(const std::string& line) {
     ShowProgress("");
     std::cout << line << '\n';
@@ -59,10 +55,10 @@ void ShowProgress(const std::string& text) {
     }
 }
 
-long long Now() { return (std::time(nullptr) + secondsFrom1601To1970) * ticksPerSecond; }
+long long Now() { return (std::time(nullptr) + secondsFrom1601To1970) * 10'000'000; }
 
 std::string ShownTime(long long ticks) {
-    const std::time_t seconds = ticks / ticksPerSecond - secondsFrom1601To1970;
+    const std::time_t seconds = ticks / 10'000'000 - secondsFrom1601To1970;
     std::tm calendar{};
     std::array<char, 64> text{};
     std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S UTC", gmtime_r(&seconds, &calendar));

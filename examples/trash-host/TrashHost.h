@@ -1,14 +1,47 @@
 #pragma once
 
-#include "Text.h"
-
+#include <csignal>
 #include <dirent.h>
 #include <functional>
 #include <map>
 #include <memory>
 #include <set>
+#include <stdexcept>
+#include <string>
 #include <utility>
 #include <vector>
+
+// The commands. Each checks everything before it does anything: after a Refusal the trash and the files are as they were,
+// unless the files changed under way or an interruption came. The database tells in any case what is where.
+
+void PutIntoTrash(const std::vector<std::string>& paths);
+/// Takes items as PrintTrash prints them or by their full paths.
+void RestoreFromTrash(const std::vector<std::string>& items);
+/// Deletes what has been in the trash for 30 days, or with `all` everything recorded and every folder. Prints what is
+/// gone, and of the rest how long it stays and what is recorded only now.
+void PurgeTrash(bool all);
+/// Prints what the trash database holds and what lies in the trash unrecorded.
+void PrintTrash();
+
+/// Why a command is not carried out, in one line for the user. Names in it have gone through Shown.
+struct Refusal : std::runtime_error {
+    using runtime_error::runtime_error;
+};
+void RefuseIf(bool isObstacle, const std::string& reason);
+extern volatile std::sig_atomic_t interruption; ///< the signal that asked the program to stop; 0 while none did
+
+/// `text` for the terminal: control characters, backslashes and what is not UTF-8 as \xNN, so that no file name can
+/// play tricks and no two names look alike.
+std::string Shown(const std::string& text);
+/// The columns of the terminal that `shown` takes.
+std::size_t Width(const std::string& shown);
+void Say(const std::string& line);
+/// Shows `text` below the lines until the next one is said; shows nothing where there is no terminal.
+void ShowProgress(const std::string& text);
+/// Times are those of the trash database: in units of 100 nanoseconds since 1601.
+constexpr long long ticksPerDay = 864'000'000'000;
+long long Now();
+std::string ShownTime(long long ticks);
 
 /// Whether there is anything at `path`, a link that leads nowhere included.
 bool Exists(const std::string& path);
