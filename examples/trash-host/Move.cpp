@@ -35,7 +35,8 @@ std::pair<dev_t, unsigned long long> VolumeOf(const std::string& folder) {
 }
 
 /// Refuses, with `claim` and the reason, unless the system can move the item `from` to `to`. The library does not say
-/// whether a move worked, and A FILE THAT CANNOT BE MOVED IS LOST (see Rename), so what makes it fail is looked at before.
+/// whether a move worked, and A FILE THAT CANNOT BE MOVED IS LOST (see Rename), so what makes it fail is looked at
+/// before.
 void CheckMove(const std::string& claim, const std::string& from, const std::string& to) {
     const std::string source = path_rimuovifilename(from); // with their separators, so that links there are followed
     const std::string target = path_rimuovifilename(to);
@@ -54,8 +55,8 @@ void CheckMove(const std::string& claim, const std::string& from, const std::str
     RefuseIf((StatusOf(source).st_mode & S_ISVTX) != 0 && !isMine, claim + "it belongs to somebody else");
 }
 
-/// The full path of what `path` names. Only its folder is resolved: a link at the end is itself what goes. The library's
-/// GetAbsolutePath would follow it, and take a backslash for a separator.
+/// The full path of what `path` names. Only its folder is resolved: a link at the end is itself what goes. The
+/// library's GetAbsolutePath would follow it, and take a backslash for a separator.
 std::string FullPath(std::string path) {
     while (path.size() > 1 && path.back() == '/') {
         path.pop_back();

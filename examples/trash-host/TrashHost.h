@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-// The commands. Each checks everything before it does anything: after a Refusal the trash and the files are as they were,
-// unless the files changed under way or an interruption came. The database tells in any case what is where.
+// The commands. Each checks everything before it does anything: after a Refusal the trash and the files are as they
+// were, unless the files changed under way or an interruption came. The database tells in any case what is where.
 
 void PutIntoTrash(const std::vector<std::string>& paths);
 /// Takes items as PrintTrash prints them or by their full paths.
