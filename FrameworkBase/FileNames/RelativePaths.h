@@ -6,9 +6,9 @@
 
 /// @addtogroup relative_paths
 /// GetRelativePath and GetAbsoluteFromRelativePath take "/" and a backslash for separators and compare components
-/// without regard to letter case, by the rules of the locale in force: that of ASCII in the C locale. A separator in
-/// front parts nothing from what follows it, and one at the end makes no component; every other two side by side have
-/// an empty component between them: "/" has none, "//" and "a//b" have one. No exceptions.
+/// without regard to letter case, by the rules of the locale in force: that of ASCII in the C locale. A separator at
+/// the front is skipped; each further one ends a component, which is empty when nothing stands before it: "/" has none,
+/// "//" one, "a//b" three. No exceptions.
 /// @{
 
 /// The path that leads from the folder `base` to the folder `target`: a "../" for each component of `base` below the
@@ -24,9 +24,9 @@
 /// Callable from any thread.
 FRAMEWORKBASE_EXPORT std::string GetRelativePath(const std::string& target, const std::string& base, bool& flag);
 
-/// The path that `relative` names as seen from the folder `base`, with "/" before every component and none at the end.
-/// Only ".." at the front of `relative` are resolved, and no further than to the root; all else is copied. A relative
-/// `base` counts as one from the root.
+/// The path that `relative` names as seen from the folder `base`, with "/" before every component and, unless the last
+/// one is empty, none at the end. Only ".." at the front of `relative` are resolved, and no further than to the root;
+/// all else is copied. A relative `base` counts as one from the root.
 ///
 ///     ("/s/a", "../b/c.wav") => "/s/b/c.wav"     ("s/a", "c")    => "/s/a/c"
 ///     ("/s/a", "../../../c") => "/c"             ("/s/a/", "")   => "/s/a"
@@ -43,8 +43,9 @@ namespace Tolvex::FileNames {
 /// @{
 
 /// `path` made absolute against `baseFolder`, or against the working directory when that is null, as
-/// GetAbsoluteFromRelativePath does it, and then normalised by NormalizePath. Of what does not exist the ".." in front
-/// are resolved, without a look at the disk, and nothing else is; without a base a relative path stays relative. Only a
+/// GetAbsoluteFromRelativePath does it, and then normalised by NormalizePath. The ".." in front of a relative path
+/// are resolved first, without a look at the disk, even where the base is a link; the rest is resolved when the whole
+/// exists. Without a base a relative path stays relative. Only a
 /// leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
 ///
 ///     ("", any)               => ""

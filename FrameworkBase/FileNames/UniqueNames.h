@@ -7,10 +7,11 @@
 namespace Tolvex::FileNames {
 
 /// @addtogroup unique_names
-/// Names for something new: first the plain one, then numbered ones from 1 up, the lowest free number winning. A FILE
-/// THAT MAY NOT BE READ DOES NOT MAKE ITS NAME TAKEN, so what is put there must not replace. Nothing is created and
+/// Names for something new: first the plain one, then numbered ones from 1 up, the lowest free number winning. For
+/// ComposeNewFilenameAndCheckExists A FILE THAT MAY NOT BE READ DOES NOT MAKE ITS NAME TAKEN, and neither does any file
+/// while the process has no descriptor left: what is put there must not replace. Nothing is created and
 /// nothing is remembered, so two calls in a row give the same name, and another thread or process may take it before
-/// its caller does. A name taken k times costs k + 1 probes, and the search has no end but a free name. Callable from
+/// its caller does. When k names are taken, k + 1 are probed, and the search has no end but a free name. Callable from
 /// any thread.
 /// @{
 

@@ -73,7 +73,8 @@ public:
                   unsigned int creationDisposition);
 
     /// Returns `size`. Throws TolvexException with "Error writing to file" when not all bytes were taken, when the file
-    /// is closed, and for sizes of 4 GiB or more. A `size` of 0 succeeds whatever the file's state, and writes nothing.
+    /// is closed, and for sizes of 4 GiB or more, after writing what their low 32 bits say. A `size` of 0 succeeds
+    /// whatever the file's state, and writes nothing.
     long long Write(const void* data, long long size) override;
 
     /// Never throws. The file must be open. Of a `size` of 4 GiB or more only the low 32 bits count.

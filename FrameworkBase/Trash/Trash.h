@@ -9,12 +9,14 @@ namespace Tolvex::FileNames {
 /// @addtogroup trash
 /// The application's own trash: a folder "Trash" in the application's folder (see GetHomeFolderMac), flat, and in it a
 /// database, ".trash.db", of where each item came from and when. DeleteFileToRecycleBin with `loadDatabase`,
-/// DeleteFolderWithContents unless it deletes for good, CanPutBack, PutBack, and CleanupTrashFolder with a callback
-/// load the database, work and save it; the others do neither. Call all of these from one thread, and not while
-/// CleanupTrashFolder is at work: operations that overlap may lose entries.
+/// DeleteFolderWithContents unless it deletes for good, CanPutBack, PutBack, and CleanupTrashFolder(all, callback) load
+/// the database, work and save it; the others do neither. Call those that load it from one thread, and not while a
+/// cleanup is at work, in this process or another: operations that overlap may lose entries, and OF TWO ITEMS OF ONE
+/// NAME THE FIRST.
 ///
-/// Nothing reports failures but by the results below. Items are moved by Rename, and WHATEVER MAKES A MOVE FAIL LOSES
-/// THE ITEM: another volume; a trash folder that may not be written, or that cannot be made because
+/// Nothing reports failures but by the results below. Items are moved by Rename, and WHEN A MOVE FAILS, WHATEVER THE
+/// REASON, A FILE IS LOST, unless it cannot be deleted where it is, and a folder is copied as far as that goes and then
+/// deleted, links followed: another volume; a trash folder that may not be written, or that cannot be made because
 /// "Library/Application Support" is missing in the home folder, as it is for every new user of Linux; an old place that
 /// has gone. Whoever must not lose an item looks at both folders first, and afterwards whether it arrived.
 /// @{
@@ -31,18 +33,19 @@ FRAMEWORKBASE_EXPORT std::string GetTrashFolderPath();
 ///     "/a/README", then "/b/README"     => "README", "README1"
 ///     "/a/.hidden"                      => "1": a name that is all extension is left with the number
 ///
-/// A name is taken when it can be opened for reading: AN ITEM OF THE SAME NAME THAT MAY NOT BE READ IS REPLACED. A file
-/// named ".trash.db" that is the first item is overwritten by the database. A folder that holds the trash must not be
-/// moved there: it is copied into itself until paths are too long, and then deleted.
+/// A name is taken when it can be opened for reading: AN ITEM OF THE SAME NAME THAT MAY NOT BE READ IS REPLACED, or,
+/// when one of the two is a folder, the new item is lost or mixed with it. While the process has no descriptor left no
+/// name is taken. A file named ".trash.db" is overwritten by the database while there is none. A folder that holds the
+/// trash must not be moved there: it is copied into itself until paths are too long, and then deleted.
 ///
-/// The item is moved by Rename, so what makes the move fail loses it. The entry is recorded all the same.
+/// The entry is recorded also when the move failed.
 ///
 /// With `loadDatabase` false the database is neither loaded nor saved: for DeleteFolderWithContents, which has loaded
 /// it. Applications cannot.
 FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadDatabase);
 
-/// With `permanently`, deletes the folder `path` with remove_dir_content, whose limits apply. Otherwise moves it into
-/// the trash as DeleteFileToRecycleBin does. `ignored` is ignored.
+/// With `permanently`, deletes the folder `path` with remove_dir_content, WHICH FOLLOWS LINKS, within its limits.
+/// Otherwise moves it into the trash as DeleteFileToRecycleBin does. `ignored` is ignored.
 FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignored, bool permanently);
 
 /// Whether the item at `trashPath`, its full path in the trash, is recorded with a place to go back to. The disk is not
@@ -50,13 +53,13 @@ FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignore
 FRAMEWORKBASE_EXPORT bool CanPutBack(std::string trashPath);
 
 /// Moves the item at `trashPath`, its full path in the trash, back to where it came from, by Rename, and forgets it,
-/// even when the move failed. Returns what CanPutBack would have.
+/// even when the move failed. Returns what CanPutBack would have, true also when the item was lost.
 ///
-///     a file where the file was                         => REPLACED
-///     a folder where the folder was                     => replaced when empty, otherwise merged with the item
-///     the folder it came from has gone                  => THE ITEM IS DELETED, file or folder
-///     a folder where the file was, or the other way     => THE ITEM IS DELETED
-///     the item has gone, a readable file where it was   => that file is copied into the trash
+///     a file where the file was                        => REPLACED
+///     a folder where the folder was                    => merged, ITS FILES OF THE SAME NAMES REPLACED
+///     the folder it came from has gone                 => THE ITEM IS DELETED, file or folder
+///     a folder where the file was, or the other way    => THE ITEM IS DELETED
+///     the item has gone, a readable file where it was  => that file is copied into the trash
 FRAMEWORKBASE_EXPORT bool PutBack(std::string trashPath);
 
 /// Gives every file of `folder` the time of now in the database, recording those that are not, AND REPLACES where each

@@ -1,68 +1,87 @@
-#include "Commands.h"
-#include "Text.h"
+#include "TrashHost.h"
 
-#include <FrameworkBase/Base/TolvexException.h>
+#include <FrameworkBase/Base/Version.h>
 
 #include <CLI/CLI.hpp>
+#include <clocale>
 #include <iostream>
+#include <numeric>
 
 namespace {
 
-/// The arguments from the last to the first, as the parser wants them. It would take "[a,b]" for a list of two.
+/// The arguments from the last to the first, as the parser wants them. All but the command and the options get a mark,
+/// "./", so that the parser finds neither options, nor commands, nor lists in brackets in them.
 std::vector<std::string> Arguments(int count, char** values) {
     std::vector<std::string> arguments;
-    for (int i = count - 1; i > 0; --i) {
-        arguments.emplace_back(values[i][0] == '[' ? std::string("./") + values[i] : values[i]);
+    bool isOption = true;
+    for (int i = 1; i < count; ++i) {
+        const std::string value = values[i];
+        if (isOption && value == "--") {
+            isOption = false;
+        } else {
+            arguments.push_back(i == 1 || (isOption && value[0] == '-') ? value : "./" + value);
+        }
     }
-    return arguments;
+    return {arguments.rbegin(), arguments.rend()};
 }
 
-void Run(int count, char** values) {
-    CLI::App app("The application's trash on the command line.", "trash-host");
-    app.require_subcommand(1);
+void Run(CLI::App& app, int count, char** values) {
     std::vector<std::string> paths;
     bool all = false;
-    const auto add = [&app](const char* name, const char* help, std::function<void()> command) {
-        return app.add_subcommand(name, help)->callback(std::move(command));
+    const auto add = [&](const char* name, const char* help, const char* of, const char* ofHelp, auto command) {
+        CLI::App* const added = app.add_subcommand(name, help);
+        added->add_option(of, paths, ofHelp)->required()->type_name("");
+        added->callback([&paths, command] {
+            for (std::string& path : paths) {
+                path.erase(0, 2); // the mark
+            }
+            command(paths);
+        });
     };
-    CLI::App* const put = add("put", "Move files and folders into the trash", [&] { PutIntoTrash(paths); });
-    CLI::App* const restore = add("restore", "Move items back to where they were", [&] { RestoreFromTrash(paths); });
-    CLI::App* const kinds = add("kinds", "Tell songs and media files apart", [&] { PrintKinds(paths); });
-    put->add_option("PATH", paths)->required();
-    restore->add_option("ITEM", paths, "As list shows it, or its full path in the trash")->required();
-    kinds->add_option("PATH", paths)->required();
-    add("purge", "Delete what has been in the trash for 30 days", [&] {
-        PurgeTrash(all);
-    })->add_flag("--all", all, "Delete all that is recorded, and every folder");
-    add("list", "Show what is in the trash", PrintTrash);
-    add("tour", "Show all of it on files made for it", RunTour);
-    try {
-        app.parse(Arguments(count, values));
-    } catch (const CLI::Success& help) {
-        app.exit(help);
-    }
-    if (!std::cout.flush()) {
-        throw Refusal("the output could not be written");
-    }
-}
-
-int Complain(const std::string& line) {
-    std::cout.flush();
-    std::cerr << "trash-host: " << line << '\n';
-    return 1;
+    add("put", "Move files and folders into the trash", "PATH",
+        "File or folder. For each one the library saves the whole database: of many, the last take longer",
+        PutIntoTrash);
+    add("restore", "Move items back to where they were", "ITEM",
+        "As list shows it, or its full path in the trash. Of many, the first take longer", RestoreFromTrash);
+    app.add_subcommand("list", "Show what is in the trash")->callback(PrintTrash);
+    CLI::App* const purge = app.add_subcommand("purge", "Delete what has been in the trash for 30 days");
+    purge->add_flag("--all", all, "Delete all that is recorded, and every folder");
+    purge->callback([&all] { PurgeTrash(all); });
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "trash-host " + std::string(FrameworkBase::Version::Text));
+    app.parse(Arguments(count, values));
 }
 
 } // namespace
 
 int main(int count, char** values) {
+    // How wide characters are is asked of the system; its own messages stay English.
+    static_cast<void>(std::setlocale(LC_CTYPE, "C.UTF-8") != nullptr || std::setlocale(LC_CTYPE, "UTF-8") != nullptr);
+    CLI::App app("The application's trash on the command line. Exit codes: 0 done, 1 not done, 2 not understood,\n"
+                 "128 and the signal's number when interrupted.",
+                 "trash-host");
+    int code = 1;
+    std::string complaint;
     try {
-        Run(count, values);
+        Run(app, count, values);
+        std::cout.flush();
+        RefuseIf(!std::cout, "the output could not be written");
         return 0;
+    } catch (const CLI::Success& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        code = 2;
+        complaint = count > 1 && app.get_subcommands().empty() ? "there is no such command" : error.what();
+        complaint = std::accumulate(values + 1, values + count, complaint + ":",
+                                    [](const auto& line, const char* value) { return line + " " + Shown(value); });
     } catch (const Refusal& refusal) {
-        return Complain(refusal.what());
-    } catch (const TolvexException& exception) {
-        return Complain(exception.message);
+        code = interruption == 0 ? 1 : 128 + interruption;
+        complaint = refusal.what();
     } catch (const std::exception& exception) {
-        return Complain(Shown(exception.what()));
+        complaint = Shown(exception.what());
     }
+    ShowProgress("");
+    std::cout.flush();
+    std::cerr << "trash-host: " << complaint << '\n';
+    return code;
 }

@@ -1,15 +1,21 @@
-#include "Text.h"
+#include "TrashHost.h"
 
 #include <FrameworkBase/Base/Strings.h>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <ctime>
+#include <cwchar>
+#include <iostream>
+#include <unistd.h>
 
-void Verify(bool isSo, const std::string& claim) {
-    if (!isSo) {
-        throw Refusal("something went wrong, this should be so: " + claim);
+constexpr long long secondsFrom1601To1970 = 11'644'473'600;
+
+volatile std::sig_atomic_t interruption = 0;
+
+void RefuseIf(bool isObstacle, const std::string& reason) {
+    if (isObstacle) {
+        throw Refusal(reason);
     }
 }
 
@@ -21,24 +27,40 @@ std::string Shown(const std::string& text) {
     std::string shown;
     for (const char character : text) {
         const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte == 0x7F || byte == '\\' || (byte >= 0x80 && !isUtf8)) {
-            std::array<char, 5> escape{};
-            std::snprintf(escape.data(), escape.size(), "\\x%02x", byte);
-            shown += escape.data();
-        } else {
-            shown += character;
-        }
+        const bool isPlain = byte >= 0x20 && byte != 0x7F && byte != '\\' && (byte < 0x80 || isUtf8);
+        const char* const digits = "0123456789abcdef";
+        shown += isPlain ? std::string(1, character) : std::string{'\\', 'x', digits[byte / 16], digits[byte % 16]};
     }
     return shown;
 }
 
-long long UnixTime(long long ticks) { return ticks / ticksPerSecond - 11'644'473'600; }
+std::size_t Width(const std::string& shown) {
+    std::size_t width = 0;
+    for (const wchar_t character : Tolvex::Strings::wstringFromS(shown.c_str())) {
+        width += static_cast<std::size_t>(std::max(0, wcwidth(character)));
+    }
+    return width;
+}
+
+void Say(const std::string& line) {
+    ShowProgress("");
+    std::cout << line << '\n';
+}
+
+void ShowProgress(const std::string& text) {
+    static const bool isTerminal = isatty(STDERR_FILENO) == 1;
+    if (isTerminal) {
+        std::cout.flush();
+        std::cerr << "\r\x1b[K" << text << std::flush;
+    }
+}
+
+long long Now() { return (std::time(nullptr) + secondsFrom1601To1970) * 10'000'000; }
 
 std::string ShownTime(long long ticks) {
-    const std::time_t seconds = UnixTime(ticks);
+    const std::time_t seconds = ticks / 10'000'000 - secondsFrom1601To1970;
     std::tm calendar{};
     std::array<char, 64> text{};
-    gmtime_r(&seconds, &calendar);
-    std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S UTC", &calendar);
+    std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S UTC", gmtime_r(&seconds, &calendar));
     return text.data();
 }

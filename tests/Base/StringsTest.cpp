@@ -41,7 +41,7 @@ TEST(Strings, ValidTextsChangeAtSomePlace) {
     }
     for (wchar_t codePoint = 1; codePoint <= 0x10FFFF; ++codePoint) {
         const std::wstring text = {L'-', codePoint, L'-'};
-        ASSERT_EQ(Widen(Narrow(text)), codePoint >= 0xD800 && codePoint <= 0xDFFF ? L"" : text) << int{codePoint};
+        ASSERT_EQ(Widen(Narrow(text)), codePoint >= 0xD800 && codePoint <= 0xDFFF ? L"" : text) << long{codePoint};
     }
 }
 

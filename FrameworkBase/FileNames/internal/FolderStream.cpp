@@ -37,7 +37,7 @@ bool DoGetFolderFiles(std::string folder, std::vector<std::string>& names) {
         return false;
     }
     const auto nextEntry = [&stream] {
-        errno = 0; // afterwards it tells, as nothing else does, whether an error ended the listing
+        errno = 0; // for who looks at it afterwards: only an error that ended the listing sets it
         return readdir(stream.get());
     };
     std::vector<std::string> listing;

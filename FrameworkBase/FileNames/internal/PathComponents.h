@@ -17,9 +17,9 @@ std::string ComposePath(std::string folder, std::string name);
 /// Whether `character` parts components where a backslash counts.
 constexpr bool IsSeparator(char character) { return character == '/' || character == '\\'; }
 
-/// The components of a path from front to back, without copying them. One leading separator and one at the end give no
-/// component; any other two side by side give an empty one. A backslash separates too; "." and ".." are components like
-/// any other. The last component ends at its first zero byte.
+/// The components of a path from front to back, without copying them. A separator at the front is skipped; each further
+/// one ends a component, which is empty when nothing stands before it. A backslash separates too; "." and ".." are
+/// components like any other. The last component ends at its first zero byte.
 ///
 /// The functions are here because callers run through whole paths by them.
 class PathComponents {
