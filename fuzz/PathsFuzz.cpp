@@ -10,8 +10,7 @@
 #include <strings.h>
 #include <vector>
 
-// The input is texts with a byte FF between them. Every pair of them goes through the functions, and what the plainest of
-// means makes of it is compared.
+// The input is texts with a byte FF between them. What every pair gives is compared with the plainest of means.
 
 namespace {
 

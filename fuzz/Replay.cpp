@@ -4,8 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-/// Runs the fuzz target it is linked to over every file of a folder, and over what small files are when they are cut.
-/// Nothing here makes the standard streams ready, which the library's own traces need.
+/// Runs the fuzz target over every file of a folder, small ones cut at every place too. <iostream> is left to the library.
 int main(int /*count*/, char** arguments) {
     int inputs = 0;
     for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {

@@ -9,9 +9,7 @@ static_assert(!std::is_convertible_v<TolvexException*, std::exception*>);
 static_assert(sizeof(TolvexException) == sizeof(void*) + sizeof(std::string)); // other modules make them
 
 TEST(TolvexException, RefersToATextThatIsGone) {
-    std::string text = "Error opening file";
-    TolvexException exception(text.c_str());
-    text[0] = '-';
+    TolvexException exception(std::string("Error opening file").c_str());
     exception.KeyFunction();
     EXPECT_EQ(exception.message, "Error opening file");
     EXPECT_EQ(TolvexException("").message + TolvexException(nullptr).message, "");

@@ -86,7 +86,6 @@ protected:
         GetParam().prepare();
     }
 
-    /// How many entries of the database have their origin.
     std::string CountKnown() const {
         const Entries entries = EntriesIn(std::filesystem::exists(database) ? Content(database) : "");
         const auto isKnown = [](const auto& entry) { return !entry.second.second.empty(); };
@@ -107,8 +106,7 @@ protected:
         }
     }
 
-    /// Runs the operation with the fault, and then another thread that loads and saves the database, which empties the
-    /// map of what a failure left there. Whether the fault struck.
+    /// Runs the operation with the fault, then another thread that empties the map of what it left. Whether it struck.
     bool Strike(const Faults::Fault& fault) {
         SCOPED_TRACE(std::string(std::strerror(fault.error)) + " at number " + std::to_string(fault.number));
         Prepare();

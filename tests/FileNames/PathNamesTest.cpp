@@ -11,8 +11,7 @@
 using namespace Tolvex::FileNames;
 using namespace std::string_literals;
 
-// What must hold for all paths is checked by PathsFuzz, whose inputs the tests replay. Here is what no rule is told of
-// there in other words, and what the disk has to say.
+// What must hold for all paths is checked by PathsFuzz, whose inputs the tests replay.
 
 TEST(Extensions, DotsAndSlashesAreMistaken) {
     EXPECT_TRUE(Maps(GetExtensionWithoutDot,

@@ -11,7 +11,6 @@
 
 constexpr long long day = 864'000'000'000;
 
-/// The time now in the database's unit.
 inline long long Now() {
     const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
     return sinceEpoch.count() / 100 + 116'444'736'000'000'000;
@@ -32,13 +31,14 @@ inline std::string DatabaseBytes(const Entries& entries, int version = 2) {
     return bytes;
 }
 
-/// What a reader gets: the records until one ends before its time is complete. A text that is not complete, or of a
-/// negative length, is empty, and one with a zero byte in it ends there.
-inline Entries EntriesIn(const std::string& bytes) {
+/// The records until one ends before its time is complete. A text that is cut, or of a negative length, is empty.
+inline Entries EntriesIn(const std::string& bytes, int* longest = nullptr) {
     std::istringstream in(bytes);
     const auto number = [&in](auto value) { return in.read(reinterpret_cast<char*>(&value), sizeof value), value; };
     const auto text = [&]() -> std::string {
-        std::string taken(std::min(static_cast<std::size_t>(std::max(number(0), 0)), bytes.size() + 1), '\0');
+        const int length = std::max(number(0), 0);
+        longest != nullptr&&* longest < length ? * longest = length : 0;
+        std::string taken(std::min(static_cast<std::size_t>(length), bytes.size() + 1), '\0');
         return in.read(taken.data(), static_cast<std::streamsize>(taken.size())) ? std::string(taken.c_str()) : "";
     };
     Entries entries;

@@ -1,5 +1,4 @@
-// What the macOS back-end asks of the system itself, in terms of Linux, so that the back-end runs there. Each answers
-// only the call that the documented interface calls for.
+// What the macOS back-end asks of the system itself, in terms of Linux, so that the back-end runs there.
 #include <cstdint>
 #include <cstring>
 #include <ctime>

@@ -22,14 +22,12 @@ struct EnvironmentVariable {
     const std::string before;
 };
 
-/// While it lives, the process has no rights on files but those of an ordinary user, so that permissions count in tests
-/// that root runs.
+/// While it lives, the process has an ordinary user's rights on files, so that permissions count when root runs tests.
 struct AsOrdinaryUser {
     AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(65534) == 0); }
     ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
 };
 
-/// The content of the file at `path`; fails the test when there is none.
 inline std::string Content(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     EXPECT_TRUE(file.is_open()) << path;
@@ -88,7 +86,6 @@ struct DiskTest : testing::Test {
         return std::distance(std::filesystem::directory_iterator("/dev/fd"), std::filesystem::directory_iterator());
     }
 
-    /// A folder that everybody may write to.
     static void MakeEmpty(const std::string& path) {
         std::filesystem::remove_all(path);
         const mode_t mask = umask(0);
@@ -96,11 +93,9 @@ struct DiskTest : testing::Test {
         umask(mask);
     }
 
-    /// The full path of `name` in `folder`.
     std::string Path(const std::string& name) const { return folder + '/' + name; }
 
-    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path, which is
-    /// returned.
+    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path.
     std::string MakeFolder(const std::string& name) const {
         std::filesystem::create_directories(std::filesystem::path(folder) / name);
         return std::filesystem::path(folder) / name;
@@ -123,8 +118,7 @@ struct DiskTest : testing::Test {
         }
     }
 
-    /// All that is inside a folder, at any depth, as such a list, sorted; with contents, a file that does not hold its
-    /// own name is told as "name=content". Links are not followed.
+    /// All that is inside a folder as such a list; with contents, a file that holds no name of its own is "name=content".
     static std::string List(const std::string& root, bool withContents = false) {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {

@@ -1,7 +1,6 @@
 #pragma once
 
-// Stands in for the header of macOS so that the macOS back-end compiles on Linux. MacStandIns.cpp
-// defines what it declares.
+// Stands in for the header of macOS; MacStandIns.cpp defines what it declares.
 
 #include <cstdint>
 
