@@ -14,8 +14,7 @@ const std::vector<std::pair<std::string, std::wstring>> valid = {
     {"\xEF\xBB\xBF\xEF\xBB\xBFz\xEF\xBB\xBF", L"\xFEFF\xFEFFz\xFEFF"},
     {"\xCC\x81x e\xCC\x81 \xC3\xA9", L"\x301x e\x301 \xE9"}};
 
-/// Malformed texts, one after the other: bytes that never start a character; forms longer than need be; surrogates and
-/// what is above U+10FFFF; characters cut short by the end or by another; what is beside a byte-order mark.
+/// Bytes that start no character, forms longer than need be, surrogates, above U+10FFFF, cut short, beside a mark.
 const std::string invalidUtf8 =
     "\x80 \xBF a\xFE a\xFFz \xF5\x80\x80\x80 \xF8\x88\x80\x80\x80 \xFC\x84\x80\x80\x80\x80 \xC0\x80 \xC1\xBF "
     "\xE0\x80\x80 "

@@ -2,6 +2,7 @@
 #include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
 #include <FrameworkBase/FileNames/FileOperations.h>
+#include <FrameworkBase/FileNames/FolderListing.h>
 #include <FrameworkBase/FileNames/KnownFolders.h>
 #include <FrameworkBase/Trash/Trash.h>
 #include <FrameworkBase/Trash/TrashCleanup.h>
@@ -10,7 +11,6 @@
 #include <cstring>
 #include <future>
 #include <iostream>
-#include <memory>
 
 // Each operation that changes the disk runs again and again, each time with another call to the system, or another
 // allocation, failing, until it gets through without meeting the fault. Nothing may be lost but what is named.
@@ -49,7 +49,17 @@ bool PurgeInBackground() {
     return done->get_future().wait_for(std::chrono::seconds(10)) == std::future_status::ready;
 }
 
+bool ListFiles() {
+    std::string text = In(".");
+    void* listing = nullptr;
+    GetFolderFiles(text.data(), nullptr, 0, &listing);
+    while (GetFolderFiles(nullptr, text.data(), 1, &listing) >= 0) {
+    }
+    return true;
+}
+
 const Operation operations[] = {
+    {"listing", "a, b", [] {}, ListFiles, "a, b", "a, b; ; 0", false},
     {"copy_over", "a, b", [] {}, [] { return CopyFile(In("a"), In("b"), false, nullptr); }, "a", "a, b=a; ; 0", true},
     {"copy_folder", "v/a, v/s/b", [] {}, [] { return CopyFolder(In("v"), In("w")), true; }, "v/a, v/s/b",
      "v/, v/a, v/s/, v/s/b, w/, w/a=v/a, w/s/, w/s/b=v/s/b; ; 0", false},
@@ -128,13 +138,10 @@ protected:
         }
         ExpectNothingLost(!outcome.hasStruck || (result && GetParam().tellsFailure), isOutOfMemory, known);
         untold += outcome.hasStruck && !isOutOfMemory ? 1 : 0;
+        EXPECT_TRUE(fault.error != 0 || result) << "what moves half of its bytes goes on";
         std::filesystem::create_directory(applicationFolder + "/Trash");
-        const Faults::Outcome afterwards = Faults::Strike({}, [] {
-            auto loadAndSave = std::async(std::launch::async, [] { return CanPutBack("nothing"); });
-            if (loadAndSave.wait_for(std::chrono::seconds(10)) != std::future_status::ready) {
-                std::cerr << "a lock is still held" << std::endl;
-                std::abort(); // nobody can end that thread
-            }
+        const Faults::Outcome afterwards = Faults::Strike({}, [] { // which waits without end for a lock that is held
+            std::async(std::launch::async, [] { return CanPutBack("nothing"); }).get();
         });
         EXPECT_EQ(outcome.allocationsLeft + afterwards.allocationsLeft, 0) << "memory lost";
         return outcome.hasStruck;
@@ -175,22 +182,18 @@ INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations),
 
 using CopyFaultTest = DiskTest;
 
-TEST_F(CopyFaultTest, InterruptedOrShortWriteEndsTheCopy) {
-    const std::string content(5000, 'x'); // two pieces
-    const std::string source = MakeFile("a", content);
+TEST_F(CopyFaultTest, InterruptedWriteEndsTheCopy) {
+    const std::string source = MakeFile("a", "content");
     int survived = 0;
-    for (const int error : {EINTR, 0}) { // survived: by closing the source and both writes; by all that move half
-        bool hasStruck = true;
-        for (int number = 1; hasStruck; ++number) {
-            std::filesystem::remove(Path("b"));
-            int result = 0;
-            const auto copy = [&] { result = cp(Path("b").c_str(), source.c_str()); };
-            hasStruck = Faults::Strike({number, error, false, false}, copy).hasStruck;
-            survived += hasStruck && result == 0 ? 1 : 0;
-            EXPECT_TRUE(result == -1 || Content(Path("b")) == content) << number;
-        }
+    bool hasStruck = true;
+    for (int number = 1; hasStruck; ++number) {
+        std::filesystem::remove(Path("b"));
+        int result = 0;
+        const auto copy = [&] { result = cp(Path("b").c_str(), source.c_str()); };
+        hasStruck = Faults::Strike({number, EINTR, false, false}, copy).hasStruck;
+        survived += hasStruck && result == 0 ? 1 : 0;
     }
-    EXPECT_EQ(survived, 3 + 5);
+    EXPECT_EQ(survived, 2) << "the write, and closing the source";
 }
 
 } // namespace

@@ -117,19 +117,6 @@ TEST_F(SystemTest, SecondAttemptToStartDoesNotStartOrLeavesTheFirstChild) {
     EXPECT_EQ(wait(&status), -1);
 }
 
-TEST_F(SystemTest, ListingIsNeverFreed) {
-    Make("a, b");
-    std::string path = folder;
-    std::string name(20, '\0');
-    const Faults::Outcome outcome = Faults::Strike({}, [&] {
-        void* listing = nullptr;
-        GetFolderFiles(path.data(), nullptr, 0, &listing);
-        while (GetFolderFiles(nullptr, name.data(), 20, &listing) >= 0) {
-        }
-    });
-    EXPECT_EQ(outcome.allocationsLeft, 0);
-}
-
 TEST_F(SystemTest, TrashFolderIsAskedForOnTheThreadOfTheCleanup) {
     const auto cleanUp = [] { EXPECT_THROW(CleanupTrashFolder(false, {}), std::system_error); };
     Faults::Strike({2, EACCES, false, false}, cleanUp); // the first call makes the application folder

@@ -34,7 +34,7 @@ inline std::string Content(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// A path of exactly `length` bytes below `folder`, in components that a disk takes.
+/// A path of exactly `length` bytes below `folder`.
 inline std::string PathOfLength(std::string folder, std::size_t length) {
     for (; folder.size() + 250 < length; folder += '/' + std::string(100, 'd')) {
     }
@@ -61,8 +61,7 @@ struct SandboxEnvironment : testing::Environment {
 };
 inline const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
 
-/// A test that reads or writes the disk. Each begins with empty folders. What it leaves in `folder` or `applicationFolder`
-/// is its own affair; anything else that was left behind fails it, as does a file that is still open.
+/// Begins with empty folders. Fails when a file is still open, or anything left but in `folder` and `applicationFolder`.
 struct DiskTest : testing::Test {
     void SetUp() override {
         std::filesystem::current_path("/");

@@ -13,8 +13,7 @@ inline std::filesystem::path MakeSafeFolder() {
     const auto place = std::filesystem::canonical(asked != nullptr ? asked : usual);
     const bool isSystems = place.parent_path().parent_path() == place.root_path();
     if (isSystems && asked != nullptr && place != "/tmp" && place != "/var/tmp" && place != "/private/tmp") {
-        std::fprintf(stderr, "tests do not run in %s: a broken library would remove what is beside it\n",
-                     place.c_str());
+        std::fprintf(stderr, "tests do not run in %s: broken, they remove what is beside it\n", place.c_str());
         std::abort();
     }
     std::string folder = place / "frameworkbase-XXXXXX";

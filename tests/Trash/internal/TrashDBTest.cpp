@@ -2,7 +2,6 @@
 
 #include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
-#include <FrameworkBase/FileNames/internal/FolderStream.h>
 #include <FrameworkBase/Trash/Trash.h>
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
@@ -147,11 +146,4 @@ TEST_F(TrashDBTest, CleanupMakesItsCallerWaitOrNeedsACallback) {
         held.lock(); // held until the thread has done
     } while (!std::filesystem::exists(path) || Content(path).empty());
     EXPECT_EQ(Content(path), DatabaseBytes({}));
-}
-
-TEST(FolderStream, ListIsLostWhenTheFolderDoesNotOpen) {
-    std::vector<std::string> names = {"before"};
-    EXPECT_FALSE(Tolvex::FileNames::DoGetFolderFiles<false>("/none", names));
-    EXPECT_EQ(Joined(names), "before");
-    EXPECT_TRUE(Tolvex::FileNames::DoGetFolderFiles<false>("/", names) && Joined(names) != "before");
 }

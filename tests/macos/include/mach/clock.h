@@ -1,6 +1,5 @@
 #pragma once
 
-// Stands in for the header of macOS; see mach-o/dyld.h beside it.
 #include "mach/mach.h"
 
 using clock_serv_t = mach_port_t;
