@@ -13,8 +13,6 @@
 using namespace Tolvex::HostPlatform;
 using VarnelNative::Utility::DateTime;
 
-static_assert(sizeof(DateTime) == 8);
-
 TEST(HostPlatform, ExecutablePathOverrunsItsBuffer) {
     std::string buffer(2000, '#');
     EXPECT_EQ(GetExecutablePath(buffer.data(), 2000), 0);
