@@ -7,7 +7,6 @@
 #include <fcntl.h>
 #include <fstream>
 #include <sys/stat.h>
-#include <unistd.h>
 
 /// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
 struct EnvironmentVariable {

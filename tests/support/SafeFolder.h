@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 /// Makes a folder for this process in "TMPDIR", or else in memory or in /tmp. A library that is broken may remove what is
 /// around it: the folder is two levels further down, and a "TMPDIR" that is a system's folder or in one is refused.
