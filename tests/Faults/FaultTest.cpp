@@ -8,7 +8,6 @@
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <cerrno>
-#include <cstring>
 #include <future>
 #include <iostream>
 
@@ -30,8 +29,6 @@ struct Operation {
     int textsLoaded = 0;     ///< of a database: a failed allocation for one empties it untold
     bool isThreaded = false; ///< a failed allocation ends the process
 };
-
-std::ostream& operator<<(std::ostream& out, const Operation& operation) { return out << operation.name; }
 
 std::string In(const char* name) { return std::filesystem::absolute(name); }
 std::string InTrash(const char* name) { return GetTrashFolderPath() + '/' + name; }
@@ -118,7 +115,7 @@ protected:
 
     /// Runs the operation with the fault, then another thread that empties the map of what it left. Whether it struck.
     bool Strike(const Faults::Fault& fault) {
-        SCOPED_TRACE(std::string(std::strerror(fault.error)) + " at number " + std::to_string(fault.number));
+        SCOPED_TRACE("errno " + std::to_string(fault.error) + " at number " + std::to_string(fault.number));
         Prepare();
         const std::string known = CountKnown();
         bool result = false;

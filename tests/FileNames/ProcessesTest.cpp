@@ -36,7 +36,7 @@ TEST_F(Processes, ArgumentsOrEnvironmentChangeOnTheWay) {
     const std::string longText(100000, 'x');
     EXPECT_EQ(Output({"a name", "-c", "printf '<%s>' \"$0\" \"$@\" >output", "a b", "", "*", "'\"\\$0\n", longText}),
               "<a b><><*><'\"\\$0\n><" + longText + ">");
-    EXPECT_EQ(Output({"a name", "-c", "echo $0 >output"}), "a name\n");
+    EXPECT_TRUE(WaitForProcess(Launch({}, "/bin/true"), 20000)) << "no arguments at all";
     const EnvironmentVariable variable("FRAMEWORKBASE_TEST", "a value");
     EXPECT_EQ(Output({"sh", "-c", "echo $FRAMEWORKBASE_TEST >output; pwd >>output"}), "a value\n" + folder + "\n");
 }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <sstream>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 /// The pieces of `text` between one `separator` and the next.

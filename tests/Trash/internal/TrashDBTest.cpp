@@ -2,6 +2,7 @@
 
 #include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
+#include <FrameworkBase/FileNames/internal/FolderStream.h>
 #include <FrameworkBase/Trash/Trash.h>
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
@@ -108,6 +109,10 @@ TEST_F(TrashDBTest, TouchKeepsTheOriginOrLooksForSubfoldersElsewhere) {
     Make("x.wav, sub/inside, " + workingFolder + "/sub/elsewhere");
     trashDB.files[Path("x.wav")].second = "/o/x.wav";
     trashDB.files[Path("sub/inside")].second = "/o/inside";
+    std::vector<std::string> names = {"before"};
+    EXPECT_FALSE(Tolvex::FileNames::DoGetFolderFiles<true>("/none", names));
+    EXPECT_EQ(Joined(names), "before") << "the list stays when a folder does not open";
+    EXPECT_TRUE(Tolvex::FileNames::DoGetFolderFiles<true>(folder, names) && Joined(names) == "sub");
     const long long before = Now();
     Tolvex::FileNames::TouchFolder(folder);
     std::vector<std::string> touched;
