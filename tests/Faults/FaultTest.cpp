@@ -136,7 +136,7 @@ protected:
         ExpectNothingLost(!outcome.hasStruck || (result && GetParam().tellsFailure), isOutOfMemory, known);
         untold += outcome.hasStruck && !isOutOfMemory ? 1 : 0;
         EXPECT_TRUE(fault.error != 0 || result) << "what moves half of its bytes goes on";
-        std::filesystem::create_directory(applicationFolder + "/Trash");
+        MakeFile(database);
         const Faults::Outcome afterwards = Faults::Strike({}, [] { // which waits without end for a lock that is held
             std::async(std::launch::async, [] { return CanPutBack("nothing"); }).get();
         });
