@@ -15,8 +15,12 @@ namespace {
 
 /// Where the extension of the file name begins: its last dot, or the end of `name` when there is none.
 std::size_t StemLength(const std::string& name) {
-    const std::size_t dot = name.rfind('.');
-    return dot == std::string::npos || name.find('/', dot) != std::string::npos ? name.size() : dot;
+    for (std::size_t i = name.size(); i > 0 && name[i - 1] != '/'; --i) {
+        if (name[i - 1] == '.') {
+            return i - 1;
+        }
+    }
+    return name.size();
 }
 
 bool HasThisExtension(const std::string& name, std::string ext) {

@@ -85,7 +85,7 @@ bool IsPathBelow(std::string path, std::string folder) {
     }
     // Without the separator at its end, which a folder need not have.
     const std::size_t length = folder.back() == '/' ? folder.size() - 1 : folder.size();
-    return path.size() > length && path[length] == '/' && path.compare(0, length, folder, 0, length) == 0;
+    return path.size() > length && path[length] == '/' && std::equal(&folder[0], &folder[length], path.begin());
 }
 
 std::string ConvertPathToLocalSystem(std::string path) {

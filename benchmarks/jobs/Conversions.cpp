@@ -1,86 +1,77 @@
-#include "benchmarks/Inputs.h"
+#include "benchmarks/Jobs.h"
 #include <FrameworkBase/Base/Strings.h>
-
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <cstring>
 #include <cwchar>
-#include <functional>
-#include <numeric>
 
-namespace {
-
-/// Copies eight characters. Whether none of the 64-bit words at `text` has a bit of `otherBits`.
-template <std::uint64_t otherBits, class From, class To>
-bool CopyAscii(const From* text, To* out) {
-    std::array<From, 8> block;
-    std::array<std::uint64_t, sizeof(From)> words;
-    std::memcpy(block.data(), text, sizeof block);
-    std::memcpy(words.data(), text, sizeof block);
-    std::transform(block.begin(), block.end(), out, [](From character) { return static_cast<To>(character); });
-    return (std::accumulate(words.begin(), words.end(), std::uint64_t{0}, std::bit_or()) & otherBits) == 0;
+static bool IsAsciiBlock(const unsigned char* text) {
+    std::array<std::uint64_t, 2> words;
+    std::memcpy(words.data(), text, sizeof words);
+    return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
 }
-
-/// Decodes the sequence at `next`, which moves past it. False when it is none. A terminating zero ends the text.
-bool DecodeByHand(const unsigned char*& next, wchar_t& out) {
-    const unsigned char* const bytes = next;
-    const auto continues = [bytes](int i) { return (bytes[i] & 0xC0) == 0x80; };
-    const auto bits = [bytes](int i) { return bytes[i] & 0x3F; };
-    const int lead = bytes[0];
-    next += lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    if (lead < 0xE0) {
-        out = (lead & 0x1F) << 6 | bits(1);
-        return lead >= 0xC2 && continues(1);
+static bool IsAsciiBlock(const wchar_t* text) {
+    wchar_t all = 0;
+    std::for_each(text, text + 8, [&all](wchar_t character) { all |= character; });
+    return (all & ~0x7F) == 0;
+}
+template <std::ptrdiff_t size, class From, class To>
+static void CopyAsciiBlocks(const From*& next, const From* end, To*& out) {
+    for (; end - next >= size && IsAsciiBlock(next); next += size) {
+        out = std::transform(next, next + size, out, [](From character) { return static_cast<To>(character); });
     }
-    if (!continues(1) || !continues(2)) {
-        return false;
+}
+/// Decodes the sequence at `next`, which moves past it. False when it is none. A terminating zero ends the text.
+static bool Decode(const unsigned char*& next, wchar_t& out) {
+    const int lead = *next++;
+    const auto more = [&next, &out] {
+        const int byte = *next++;
+        out = out << 6 | (byte & 0x3F);
+        return (byte & 0xC0) == 0x80;
+    };
+    if (lead < 0xE0) {
+        out = lead & 0x1F;
+        return more() && lead >= 0xC2;
     }
     if (lead < 0xF0) {
-        out = (lead & 0x0F) << 12 | bits(1) << 6 | bits(2);
-        return out >= 0x800 && (out & 0x1FF800) != 0xD800;
+        out = lead & 0x0F;
+        return more() && more() && out >= 0x800 && (out & 0x1FF800) != 0xD800;
     }
-    out = (lead & 0x07) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
-    return continues(3) && lead <= 0xF4 && out >= 0x10000 && out <= 0x10FFFF;
+    out = lead & 0x07;
+    return more() && more() && more() && lead <= 0xF4 && out >= 0x10000 && out <= 0x10FFFF;
 }
-
-/// For texts of at most 8,000 bytes.
-[[gnu::noinline]] std::wstring WideByHand(const char* text) {
+static std::wstring WideByHand(const char* text) {
+    const std::size_t length = std::strlen(text);
     const auto* next = reinterpret_cast<const unsigned char*>(text);
-    const auto* const end = next + std::strlen(text);
-    std::array<wchar_t, 8008> decoded;
-    wchar_t* out = decoded.data();
+    const auto* const end = next + length;
+    std::array<wchar_t, 2000> onStack;
+    const std::unique_ptr<wchar_t[]> onHeap(length > onStack.size() ? new wchar_t[length] : nullptr);
+    wchar_t* const wide = onHeap != nullptr ? onHeap.get() : onStack.data();
+    wchar_t* out = wide;
     while (next < end) {
-        for (; end - next >= 8 && CopyAscii<0x8080808080808080U>(next, out); next += 8) {
-            out += 8;
-        }
+        CopyAsciiBlocks<16>(next, end, out);
         while (next < end && *next < 0x80) {
             *out++ = *next++;
         }
         while (*next >= 0x80) {
-            if (!DecodeByHand(next, *out++)) {
+            wchar_t character = 0;
+            if (!Decode(next, character)) {
                 return {};
             }
+            *out++ = character;
         }
     }
-    return {decoded.data(), out};
+    return {wide, out};
 }
-
-/// For texts of fewer than 2,000 characters.
-[[gnu::noinline]] std::string Utf8ByHand(const wchar_t* text) {
-    const wchar_t* const end = text + std::wcslen(text);
-    std::array<char, 8008> encoded;
+static std::string Utf8ByHand(const wchar_t* text) {
+    const std::size_t length = wcsnlen(text, 2000); // and more are refused
+    const wchar_t* const end = text + length;
+    std::array<char, 8000> encoded;
     char* out = encoded.data();
-    const auto isAscii = [](wchar_t c) { return c >= 0 && c < 0x80; };
     const auto put = [&out](wchar_t bits, int mark) { *out++ = static_cast<char>(bits | mark); };
-    while (text < end) {
-        for (; end - text >= 8 && CopyAscii<0xFFFFFF80FFFFFF80U>(text, out); text += 8) {
-            out += 8;
-        }
-        for (; text < end && isAscii(*text); ++text) {
+    while (text < end && length < 2000) {
+        CopyAsciiBlocks<8>(text, end, out);
+        for (; text < end && (*text & ~0x7F) == 0; ++text) {
             put(*text, 0);
         }
-        for (; text < end && !isAscii(*text); ++text) {
+        for (; text < end && (*text & ~0x7F) != 0; ++text) {
             const wchar_t c = *text;
             if (c < 0 || c > 0x10FFFF || (c & 0x1FF800) == 0xD800) {
                 return {};
@@ -103,7 +94,5 @@ bool DecodeByHand(const unsigned char*& next, wchar_t& out) {
 
 const Registration conversions([] {
     OnTexts(library, Tolvex::Strings::wstringFromS, Tolvex::Strings::stringFromW);
-    OnTexts(limit, WideByHand, Utf8ByHand);
+    OnTexts(plainest, WideByHand, Utf8ByHand);
 });
-
-} // namespace

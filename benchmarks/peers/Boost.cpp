@@ -1,9 +1,7 @@
 #include "benchmarks/peers/Filesystem.h"
-
 #include <boost/filesystem.hpp>
 
-namespace fs = boost::filesystem;
-
 static const Registration boostFilesystem([] {
-    AddFilesystem<fs::path, fs::directory_iterator, fs::copy_options>("Boost");
+    AddFilesystem<boost::filesystem::path, boost::filesystem::directory_iterator, boost::filesystem::copy_options>(
+        "Boost");
 });

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "benchmarks/Inputs.h"
-
-#include <algorithm>
+#include "benchmarks/Jobs.h"
 
 /// Adds the jobs of a library in the manner of std::filesystem, by its types; its functions are found by them.
 template <class FsPath, class Iterator, class Options>

@@ -1,30 +1,23 @@
-#include "benchmarks/Inputs.h"
-
+#include "benchmarks/Jobs.h"
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
-namespace {
+static QString Text(Path text) { return QString::fromStdString(text); }
 
-QString Text(Path text) { return QString::fromStdString(text); }
-
-void Load(Records& records) {
+static void Load(Records& records) {
     QFile file(Text(DatabaseFile()));
     file.open(QIODevice::ReadOnly);
     QDataStream stream(&file);
-    ReadRecords(records, [&](char* to, std::size_t size) { stream.readRawData(to, static_cast<int>(size)); });
+    ReadRecords(records, [&](auto to, auto size) { return stream.readRawData(to, static_cast<int>(size)) > 0; });
 }
-
-void Save(Records& records) {
+static void Save(Records& records) {
     QFile file(Text(DatabaseFile()));
     file.open(QIODevice::WriteOnly);
     QDataStream stream(&file);
-    WriteRecords(records,
-                 [&](const char* data, std::size_t size) { stream.writeRawData(data, static_cast<int>(size)); });
-    file.close();
-    records.clear();
+    WriteRecords(records, [&](auto data, auto size) { stream.writeRawData(data, static_cast<int>(size)); });
 }
 
 const Registration qt([] {
@@ -47,11 +40,10 @@ const Registration qt([] {
     Measure(copyFile, who, [] { QFile::copy(Text(Original()), Text(Copy())); });
     Measure(deletion, who, [] { QDir(Text(Doomed())).removeRecursively(); });
     Measure(moveToOwnTrash, who, [] { QFile::moveToTrash(Text(ItemOutside())); });
-    Measure(startChild, "QProcess", [] { QProcess::execute("/bin/true", {}); });
-    OnDatabase<Records>("QDataStream", Load, Save);
+    OnChild("QProcess", [](auto&) { return QProcess::execute("/bin/true", {}); });
+    static Records records;
+    OnDatabase("QDataStream", records, Load, Save);
     OnTexts(
         who, [](const char* text) { return QString::fromUtf8(text).toStdWString(); },
         [](const wchar_t* text) { return QString::fromWCharArray(text).toStdString(); });
 });
-
-} // namespace

@@ -56,31 +56,25 @@ constexpr char32_t lastCodePoint = 0x10FFFF;
 constexpr bool IsSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
 
 /// Decodes the sequence of two to four bytes at `next`, which moves past it. False if it is none. The text's terminator
-/// is not a continuation byte, so the reading never passes it.
+/// is not a continuation byte, so no byte behind it is read.
 bool DecodeSequence(const unsigned char*& next, char32_t& codePoint) {
-    const unsigned char* const bytes = next;
-    const auto continues = [bytes](int i) { return (bytes[i] & 0xC0) == 0x80; };
-    const auto bits = [bytes](int i) { return static_cast<char32_t>(bytes[i] & 0x3F); };
-    const char32_t lead = bytes[0];
+    const char32_t lead = *next++;
+    const auto takeContinuation = [&next, &codePoint] {
+        const char32_t byte = *next++;
+        codePoint = codePoint << 6 | (byte & 0x3F);
+        return (byte & 0xC0) == 0x80;
+    };
     if (lead < 0xE0) {
-        next += 2;
-        codePoint = (lead & 0x1F) << 6 | bits(1);
-        return continues(1) && lead >= 0xC2;
-    }
-    if (!continues(1) || !continues(2)) {
-        return false;
+        codePoint = lead & 0x1F;
+        return takeContinuation() && lead >= 0xC2;
     }
     if (lead < 0xF0) {
-        next += 3;
-        codePoint = (lead & 0x0F) << 12 | bits(1) << 6 | bits(2);
-        return codePoint >= 0x800 && !IsSurrogate(codePoint);
+        codePoint = lead & 0x0F;
+        return takeContinuation() && takeContinuation() && codePoint >= 0x800 && !IsSurrogate(codePoint);
     }
-    if (!continues(3)) {
-        return false;
-    }
-    next += 4;
-    codePoint = (lead & 0x07) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
-    return lead <= 0xF4 && codePoint >= 0x10000 && codePoint <= lastCodePoint;
+    codePoint = lead & 0x07;
+    return takeContinuation() && takeContinuation() && takeContinuation() && lead <= 0xF4 && codePoint >= 0x10000 &&
+           codePoint <= lastCodePoint;
 }
 
 template <class Character>

@@ -1,13 +1,9 @@
-#include "benchmarks/Inputs.h"
-
-#include <array>
+#include "benchmarks/Jobs.h"
 #include <unicode/ustring.h>
 
-namespace {
+static constexpr std::int32_t capacity = 8000;
 
-constexpr std::int32_t capacity = 8000;
-
-std::wstring ToWide(const char* text) {
+static std::wstring ToWide(const char* text) {
     std::array<UChar, capacity> middle;
     std::int32_t length = 0;
     UErrorCode error = U_ZERO_ERROR;
@@ -16,8 +12,7 @@ std::wstring ToWide(const char* text) {
     u_strToUTF32(wide.data(), capacity, &length, middle.data(), length, &error);
     return U_SUCCESS(error) ? std::wstring(wide.begin(), wide.begin() + length) : std::wstring();
 }
-
-std::string ToUtf8(const wchar_t* text) {
+static std::string ToUtf8(const wchar_t* text) {
     std::array<UChar, capacity> middle;
     std::int32_t length = 0;
     UErrorCode error = U_ZERO_ERROR;
@@ -27,6 +22,4 @@ std::string ToUtf8(const wchar_t* text) {
     return U_SUCCESS(error) ? std::string(utf8.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
-const Registration icu([] { OnTexts("ICU", ToWide, ToUtf8); });
-
-} // namespace
+const Registration icuTexts([] { OnTexts("ICU", ToWide, ToUtf8); });
