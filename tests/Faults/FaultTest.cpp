@@ -28,6 +28,7 @@ struct Operation {
     bool tellsFailure;       ///< or its result is always true
     int textsLoaded = 0;     ///< of a database: a failed allocation for one empties it untold
     bool isThreaded = false; ///< a failed allocation ends the process
+    friend void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 };
 
 std::string In(const char* name) { return std::filesystem::absolute(name); }

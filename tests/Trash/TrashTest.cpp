@@ -149,10 +149,9 @@ TEST_F(TrashTest, SmallStackIsOverrun) {
     if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
         GTEST_SKIP() << "sanitizers need more of the stack";
     }
+    std::size_t size = std::size_t{64} * 1024;
 #ifdef __OPTIMIZE__
-    constexpr std::size_t size = std::size_t{32} * 1024;
-#else
-    constexpr std::size_t size = std::size_t{64} * 1024;
+    size /= 2;
 #endif
     std::string deep = InTrash("shallow/file, ") + trash;
     for (int level = 0; level <= 20; ++level) {
