@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-/// Runs the fuzz target over every file of a folder, small ones cut at every place too. <iostream> is left to the library.
+/// Runs the fuzz target over every file of a folder, small ones cut at every place. <iostream> is left to the library.
 int main(int /*count*/, char** arguments) {
     int inputs = 0;
     for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {

@@ -16,7 +16,7 @@ std::FILE* Open(const std::string& path, unsigned int access, unsigned int dispo
     return CreateFile(path.c_str(), access, 0, 0, disposition, 0, 0);
 }
 
-/// How CreateFile opens: "r", "w", "rw", "-" for not at all, "no" for unsupported; then the size of the file on the disk.
+/// How CreateFile opens: "r", "w", "rw", "-" for not at all, "no" for unsupported; then the size of the file on disk.
 std::string Opened(const std::string& path, unsigned int access, unsigned int disposition) {
     std::string result = "-";
     try {

@@ -60,7 +60,7 @@ struct SandboxEnvironment : testing::Environment {
 };
 inline const auto* const sandboxEnvironment = testing::AddGlobalTestEnvironment(new SandboxEnvironment);
 
-/// Begins with empty folders. Fails when a file is still open, or anything left but in `folder` and `applicationFolder`.
+/// Begins with empty folders. Fails when a file is open still or anything left but in `folder` and `applicationFolder`.
 struct DiskTest : testing::Test {
     void SetUp() override {
         std::filesystem::current_path("/");

@@ -6,7 +6,7 @@
 #include <string>
 #include <unistd.h>
 
-/// Makes a folder for this process in "TMPDIR", or else in memory or in /tmp. A library that is broken may remove what is
+/// Makes a folder for this process in "TMPDIR", or else in memory or in /tmp. A broken library may remove what is
 /// around it: the folder is two levels further down, and a "TMPDIR" that is a system's folder or in one is refused.
 inline std::filesystem::path MakeSafeFolder() {
     const char* const asked = std::getenv("TMPDIR");
