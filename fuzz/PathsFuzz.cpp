@@ -58,8 +58,8 @@ void CheckExtensions(const std::string& name, const std::string& text) {
     std::string ending = text.c_str();
     const std::string changed = GetFilenameWithoutExtension(buffer.data()) + '.' + ending;
     buffer.resize(std::max(buffer.size(), changed.size() + 1)); // to the byte, so that no write passes the end unseen
-    extension_change(buffer.data(), ending.data());
-    Require(buffer.data() == changed, "changed in place");
+    Require(extension_change(buffer.data(), ending.data()) == 1, "said to be changed in place");
+    Require(buffer.data() == changed, "and changed");
 }
 
 /// All texts between separators, less one empty text at either end.

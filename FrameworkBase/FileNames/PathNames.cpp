@@ -85,7 +85,8 @@ bool IsPathBelow(std::string path, std::string folder) {
     }
     // Without the separator at its end, which a folder need not have.
     const std::size_t length = folder.back() == '/' ? folder.size() - 1 : folder.size();
-    return path.size() > length && path[length] == '/' && std::equal(&folder[0], &folder[length], path.begin());
+    return path.size() > length && path[length] == '/' &&
+           std::equal(folder.data(), folder.data() + length, path.data());
 }
 
 std::string ConvertPathToLocalSystem(std::string path) {

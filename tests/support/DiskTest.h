@@ -116,7 +116,7 @@ struct DiskTest : testing::Test {
         }
     }
 
-    /// All that is inside a folder as such a list; with contents, a file that holds no name of its own is "name=content".
+    /// What is inside a folder as such a list; with contents, a file that holds no name of its own is "name=content".
     static std::string List(const std::string& root, bool withContents = false) {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {

@@ -59,22 +59,22 @@ constexpr bool IsSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && c
 /// is not a continuation byte, so no byte behind it is read.
 bool DecodeSequence(const unsigned char*& next, char32_t& codePoint) {
     const char32_t lead = *next++;
-    const auto takeContinuation = [&next, &codePoint] {
-        const char32_t byte = *next++;
-        codePoint = codePoint << 6 | (byte & 0x3F);
-        return (byte & 0xC0) == 0x80;
+    const auto takeContinuations = [&next, &codePoint](int count) {
+        for (; count > 0 && (*next & 0xC0) == 0x80; --count) {
+            codePoint = codePoint << 6 | (*next++ & 0x3FU);
+        }
+        return count == 0;
     };
     if (lead < 0xE0) {
         codePoint = lead & 0x1F;
-        return takeContinuation() && lead >= 0xC2;
+        return takeContinuations(1) && lead >= 0xC2;
     }
     if (lead < 0xF0) {
         codePoint = lead & 0x0F;
-        return takeContinuation() && takeContinuation() && codePoint >= 0x800 && !IsSurrogate(codePoint);
+        return takeContinuations(2) && codePoint >= 0x800 && !IsSurrogate(codePoint);
     }
     codePoint = lead & 0x07;
-    return takeContinuation() && takeContinuation() && takeContinuation() && lead <= 0xF4 && codePoint >= 0x10000 &&
-           codePoint <= lastCodePoint;
+    return takeContinuations(3) && lead <= 0xF4 && codePoint >= 0x10000 && codePoint <= lastCodePoint;
 }
 
 template <class Character>
