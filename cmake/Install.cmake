@@ -24,5 +24,21 @@ install(EXPORT FrameworkBase NAMESPACE FrameworkBase:: FILE FrameworkBaseTargets
 install(FILES ${PROJECT_BINARY_DIR}/FrameworkBaseConfig.cmake ${PROJECT_BINARY_DIR}/FrameworkBaseConfigVersion.cmake
   DESTINATION ${package_folder} COMPONENT development)
 install(FILES ${PROJECT_BINARY_DIR}/FrameworkBase.pc DESTINATION ${pkgconfig_folder} COMPONENT development)
-install(FILES README.md CHANGELOG.md TYPE DOC COMPONENT development)
-install(DIRECTORY docs TYPE DOC COMPONENT development FILES_MATCHING PATTERN *.md PATTERN *.svg)
+
+# The documents, in which a link to a header leads to where that is installed.
+file(GLOB documents RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
+  ${PROJECT_SOURCE_DIR}/docs/*.md)
+foreach(document IN LISTS documents)
+  set(source ${PROJECT_SOURCE_DIR}/${document})
+  cmake_path(GET document PARENT_PATH folder)
+  set(destination ${CMAKE_INSTALL_DOCDIR}/${folder})
+  file(RELATIVE_PATH headers /${destination} /${CMAKE_INSTALL_INCLUDEDIR}/FrameworkBase)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+  file(READ ${source} content)
+  string(REGEX REPLACE "\\]\\((\\.\\./)?FrameworkBase/" "](${headers}/" content "${content}")
+  file(WRITE ${PROJECT_BINARY_DIR}/documents/${document} "${content}")
+  install(FILES ${PROJECT_BINARY_DIR}/documents/${document} DESTINATION ${destination} COMPONENT development)
+endforeach()
+install(DIRECTORY docs TYPE DOC COMPONENT development FILES_MATCHING PATTERN *.svg)
+install(DIRECTORY examples TYPE DOC COMPONENT development)
