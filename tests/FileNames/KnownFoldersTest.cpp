@@ -39,6 +39,9 @@ TEST_F(KnownFolders, HomeFolderIsNotTheOneAsked) {
 }
 
 TEST_F(KnownFolders, TemporaryFileIsTakenTwiceOrOverwritten) {
+#ifdef __APPLE__
+    GTEST_SKIP() << "TMPDIR need not choose the temporary folder here, and the user's own is no place for tests";
+#endif
     const EnvironmentVariable variable("TMPDIR", folder.c_str());
     for (const auto function :
          {MacGetTempFolder, GetUnixTempFolder, GetTempFolder, GetTempFolderT, GetTempFolderRoot}) {

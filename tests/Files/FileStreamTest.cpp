@@ -79,9 +79,10 @@ TEST_F(FileHandle, WrittenBytesAreMiscountedOrAShortWriteFails) {
     EXPECT_EQ(CloseHandle(file), 1);
 }
 
-TEST_F(FileHandle, FullDiskIsToldOfTooSoonOrNotAtAll) {
+TEST_F(FileHandle, FullDiskIsReportedByUnbufferedWritesOrByClosing) {
     for (const bool isBuffered : {true, false}) {
-        std::FILE* file = Open("/dev/full", GENERIC_WRITE, OPEN_EXISTING);
+        std::FILE* file = Open(MakeFile("f"), GENERIC_WRITE, OPEN_EXISTING);
+        const FullDisk fullDisk;
         EXPECT_EQ(std::setvbuf(file, nullptr, isBuffered ? _IOFBF : _IONBF, isBuffered ? 4096 : 0), 0);
         EXPECT_EQ(WriteFile(file, "ab", 2, nullptr, 0), isBuffered);
         EXPECT_EQ(CloseHandle(file), !isBuffered);

@@ -4,8 +4,10 @@
 #include "tests/support/Tables.h"
 
 #include <algorithm>
+#include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 /// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
@@ -25,6 +27,24 @@ struct EnvironmentVariable {
 struct AsOrdinaryUser {
     AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(65534) == 0); }
     ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
+};
+
+/// While it lives, no file of this process can be written, as on a full disk.
+class FullDisk {
+public:
+    FullDisk() {
+        std::signal(SIGXFSZ, SIG_IGN);
+        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+        const rlimit none{0, before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+    }
+    ~FullDisk() {
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+
+private:
+    rlimit before{};
 };
 
 inline std::string Content(const std::string& path) {

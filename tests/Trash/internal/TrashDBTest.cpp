@@ -51,11 +51,12 @@ TEST_F(TrashDBTest, EntriesAreLostWhenTheyCannotBeSaved) {
     database.Unload();
     EXPECT_EQ(List(workingFolder), database.GetDBFile()) << "no folder was loaded yet";
     MakeEmpty(workingFolder);
-    Make("full/, full/.trash.db -> /dev/full");
+    MakeFolder("full");
     for (const std::size_t size : {100U, 100000U}) { // written when the file is closed, and before
         database.InsertFile("a", std::string(size, 'o'));
         for (const char* unwritable : {"missing", "full"}) {
             database.folder = Path(unwritable);
+            const FullDisk fullDisk;
             database.Unload();
             EXPECT_EQ(database.files.empty(), size == 100U && database.folder == Path("full"));
         }
