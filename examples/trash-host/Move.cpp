@@ -1,12 +1,14 @@
 #include "TrashHost.h"
 
 #include <FrameworkBase/FileNames/Extensions.h>
+#include <FrameworkBase/FileNames/FileOperations.h>
 #include <FrameworkBase/FileNames/PathNames.h>
 #include <FrameworkBase/FileNames/UniqueNames.h>
 #include <FrameworkBase/Trash/Trash.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -72,6 +74,20 @@ std::string FullPath(std::string path) {
     return item;
 }
 
+/// Whether the volume of the trash takes `name` for the database's, as one does that ignores letter case. The database
+/// need not be there yet, so the volume is asked in a folder made for that.
+bool NamesDatabase(const OpenTrash& trash, const std::string& name) {
+    std::string folder = trash.PathOf("probe.XXXXXX");
+    RefuseIf(mkdtemp(folder.data()) == nullptr, Shown(trash.folder) + " may not be changed: " + std::strerror(errno));
+    const std::string database = folder + "/.trash.db";
+    const bool isMade = cp(database.c_str(), "/dev/null") == 0;
+    const bool isFound = Exists(folder + '/' + name);
+    unlink(database.c_str());
+    rmdir(folder.c_str());
+    RefuseIf(!isMade, "no file can be made in " + Shown(trash.folder));
+    return isFound;
+}
+
 /// Returns the path that the library will give to `item` in the trash, or refuses.
 std::string CheckPut(const OpenTrash& trash, const std::string& item) {
     const std::string claim = Shown(item) + " cannot go into the trash: ";
@@ -83,10 +99,10 @@ std::string CheckPut(const OpenTrash& trash, const std::string& item) {
     std::string target = ComposeNewFilenameAndCheckExists(trash.folder, GetFilenameWithoutExtension(name),
                                                           extension == name ? "" : extension);
     // A file that cannot be read counts as free to the library, which would put the item in its place.
-    RefuseIf(Exists(target) || trash.NameOf(target).rfind(".trash.db", 0) == 0,
-             claim + "it would replace " + Shown(target));
+    RefuseIf(Exists(target) || name.rfind(".trash.db", 0) == 0, claim + "it would replace " + Shown(target));
     CheckMove(claim, item, target);
     FilesOfDeletable(item);
+    RefuseIf(NamesDatabase(trash, name), claim + "it would replace " + Shown(trash.database));
     return target;
 }
 

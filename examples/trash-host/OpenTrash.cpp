@@ -3,6 +3,7 @@
 #include <FrameworkBase/FileNames/FileOperations.h>
 #include <FrameworkBase/FileNames/FolderListing.h>
 #include <FrameworkBase/FileNames/PathNames.h>
+#include <FrameworkBase/FileNames/UniqueNames.h>
 #include <FrameworkBase/Files/FileHandle.h>
 #include <FrameworkBase/Files/FileStream.h>
 #include <FrameworkBase/Trash/Trash.h>
@@ -193,7 +194,7 @@ bool OpenTrash::Forget(const std::string& path) {
 }
 
 void OpenTrash::Save() const {
-    const std::string draft = database + ".new";
+    const std::string draft = ComposeNewFilenameAndCheckExists(database, ".new");
     try {
         WriteDatabase(draft, records);
         fs::rename(draft, database);
