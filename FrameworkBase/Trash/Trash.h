@@ -35,8 +35,10 @@ FRAMEWORKBASE_EXPORT std::string GetTrashFolderPath();
 ///
 /// A name is taken when it can be opened for reading: AN ITEM OF THE SAME NAME THAT MAY NOT BE READ IS REPLACED, or,
 /// when one of the two is a folder, the new item is lost or mixed with it. While the process has no descriptor left no
-/// name is taken. A file named ".trash.db" is overwritten by the database while there is none. A folder that holds the
-/// trash must not be moved there: it is copied into itself until paths are too long, and then deleted.
+/// name is taken. A file named ".trash.db" is overwritten by the database while there is none. On a volume that
+/// ignores letter case and Unicode form, as a Mac's usual one does, this holds for every spelling of that name:
+/// callers refuse them all. A folder that holds the trash must not be moved there: it is copied into itself until
+/// paths are too long, and then deleted.
 ///
 /// The entry is recorded also when the move failed.
 ///

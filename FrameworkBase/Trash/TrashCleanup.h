@@ -26,7 +26,8 @@ FRAMEWORKBASE_EXPORT void CleanupTrashFolder(bool all, std::function<void()> cal
 /// - A recorded file is deleted and forgotten when it was recorded more than 30 days ago, or with `all`. Times after
 ///   now count as not yet due, times before 1601 too.
 /// - A file that is not recorded is adopted: recorded with the time of now and no place to go back to, with `all` too.
-/// - A file named ".trash.db" is left alone at every level.
+/// - A file named ".trash.db" is left alone at every level. The name is compared byte for byte: on a volume that
+///   ignores letter case and Unicode form, a database that is stored under another spelling counts as any other file.
 /// - With `all` every subfolder is deleted. Otherwise it is purged in turn, and WHEN ANYTHING WAS DELETED IN IT THE
 ///   WHOLE SUBFOLDER GOES, whatever else is in it: a trashed folder expires with its first file. The entries of files
 ///   that went that way stay in the database.

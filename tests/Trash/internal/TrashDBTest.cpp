@@ -48,15 +48,17 @@ TEST_F(TrashDBTest, AnotherByteIsSavedOrAnEntryDropped) {
 }
 
 TEST_F(TrashDBTest, EntriesAreLostWhenTheyCannotBeSaved) {
+    if (!std::filesystem::exists("/dev/full")) {
+        GTEST_SKIP() << "this system has no device that is always full";
+    }
     database.Unload();
     EXPECT_EQ(List(workingFolder), database.GetDBFile()) << "no folder was loaded yet";
     MakeEmpty(workingFolder);
-    MakeFolder("full");
+    Make("full/, full/.trash.db -> /dev/full");
     for (const std::size_t size : {100U, 100000U}) { // written when the file is closed, and before
         database.InsertFile("a", std::string(size, 'o'));
         for (const char* unwritable : {"missing", "full"}) {
             database.folder = Path(unwritable);
-            const FullDisk fullDisk;
             database.Unload();
             EXPECT_EQ(database.files.empty(), size == 100U && database.folder == Path("full"));
         }
