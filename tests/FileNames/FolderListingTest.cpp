@@ -69,13 +69,13 @@ TEST_F(PathQueryTest, FindsFoldersAndFilesThroughLinks) {
     for (const char* name : {"d", "to folder"}) {
         bool isFolder = false;
         EXPECT_TRUE(CheckFileExistsEvenIfNotAccessible(Path(name))) << name;
-        CheckPathIsDirectory(Path(name), isFolder);
+        EXPECT_TRUE(CheckPathIsDirectory(Path(name), isFolder)) << name;
         EXPECT_TRUE(isFolder) << name;
     }
     for (const char* name : {"f", "to file"}) {
         bool isFolder = true;
         EXPECT_TRUE(CheckFileExistsEvenIfNotAccessible(Path(name))) << name;
-        CheckPathIsDirectory(Path(name), isFolder);
+        EXPECT_TRUE(CheckPathIsDirectory(Path(name), isFolder)) << name;
         EXPECT_FALSE(isFolder) << name;
     }
 }
@@ -85,8 +85,8 @@ TEST_F(PathQueryTest, FindsNothingAtAMissingPathOrDanglingLink) {
     for (const char* name : {"missing", "dangling"}) {
         bool isFolder = false;
         bool isFile = true; // both stay as they were
-        CheckPathIsDirectory(Path(name), isFolder);
-        CheckPathIsDirectory(Path(name), isFile);
+        EXPECT_FALSE(CheckPathIsDirectory(Path(name), isFolder)) << name;
+        EXPECT_FALSE(CheckPathIsDirectory(Path(name), isFile)) << name;
         EXPECT_FALSE(isFolder) << name;
         EXPECT_TRUE(isFile) << name;
         EXPECT_FALSE(CheckFileExistsEvenIfNotAccessible(Path(name))) << name;
