@@ -29,6 +29,7 @@ FRAMEWORKBASE_EXPORT bool CreateDirectory(std::string path);
 /// taken for a folder. False as soon as one cannot be created; those made until then stay. It fails as well when
 /// another thread or program creates the same folder in between: a further call goes on from there.
 ///
+///     On the disk:
 ///     "/tmp/x/y" => true: /tmp/x, /tmp/x/y     "tmp//x/"  => true: /tmp/x
 ///     "/solo"    => true: nothing              "/", ""    => true: nothing
 ///     "/tmp/file/x", file being a file => false     "/tmp/file" => true: nothing
@@ -71,6 +72,7 @@ FRAMEWORKBASE_EXPORT void CopyFolder(std::string source, std::string destination
 ///
 /// A folder that is moved into itself is copied into itself until paths are too long, and then DELETED.
 ///
+///     On the disk:
 ///     file that can be moved                               => moved, replacing a file at `to`
 ///     file, the move fails, nothing readable at `to`       => gone
 ///     file, the move fails, a readable file at `to`        => `from` becomes a copy of it, its own contents are gone

@@ -30,6 +30,7 @@ FRAMEWORKBASE_EXPORT std::vector<std::string> GetFolderSubfolders(std::string fo
 /// and left without one. A caller that stops before the -1 leaves the listing allocated; also after a count of 0 one
 /// more call is needed.
 ///
+///     On the disk:
 ///     files x, y:  null => 2,  then "y" => 1,  then "x" => 0,  then -1
 FRAMEWORKBASE_EXPORT int GetFolderFiles(char* folder, char* name, int size, void** handle);
 

@@ -15,6 +15,7 @@
 /// "HOME" is read on the first call of the process and never again. When it is not set, the home folder of the password
 /// database counts, or the empty string. Callable from any thread.
 ///
+///     On the disk:
 ///     HOME "/Users/u"  => "/Users/u/Library/Application Support/Tolvex Studio 10"
 ///     HOME "/Users/u/" => "/Users/u//Library/Application Support/Tolvex Studio 10"
 FRAMEWORKBASE_EXPORT std::string GetHomeFolderMac();
@@ -45,6 +46,7 @@ FRAMEWORKBASE_EXPORT int MacGetExecutablePath(char* buffer);
 /// otherwise the folder of the running executable without a trailing "/". Of the latter, one backslash at the end is
 /// dropped. `ignored` is ignored. An override of 1040 bytes or more overruns the buffer; nothing checks it.
 ///
+///     On the disk:
 ///     override "/opt/app/"                            => "/opt/app/"
 ///     executable "/A/B.app/Contents/MacOS/B"          => "/A/B.app/Contents/MacOS"
 ///     executable path too long for the buffer         => ""
@@ -77,6 +79,7 @@ FRAMEWORKBASE_EXPORT std::string GetTempFolderRoot();
 /// taken when a file of that name can be opened for reading and writing, or none can be created. Where a link of that
 /// name leads nowhere, the file is created where it leads.
 ///
+///     On the disk:
 ///     "wav" => ".../tolvxtmp0.wav", ".../tolvxtmp1.wav", ...
 ///     ""    => ".../tolvxtmp0."
 ///
@@ -87,6 +90,7 @@ FRAMEWORKBASE_EXPORT std::string GetTempFilename(std::string extension);
 /// A path in the temporary folder that cannot be opened for reading: "tolvex", a number from 1 up unless the plain name
 /// is free, "." and `extension`. Nothing is created; two calls in a row give the same name.
 ///
+///     On the disk:
 ///     "wav" => ".../tolvex.wav", ".../tolvex1.wav", ...
 FRAMEWORKBASE_EXPORT std::string GetUniqueTempFilename(std::string extension);
 

@@ -54,6 +54,7 @@ FRAMEWORKBASE_EXPORT std::string CheckFolderHasSeparator(std::string folder);
 /// when the result has 1040 bytes or more, `path` comes back as it was; there is no other sign of it. Whether what is
 /// there may be read does not count.
 ///
+///     On the disk:
 ///     "/usr/./bin/.." => "/usr"     "/"              => "/"
 ///     "/none/../a/"   => "/none/../a/" while nothing exists there
 FRAMEWORKBASE_EXPORT std::string NormalizePath(std::string path);

@@ -48,6 +48,7 @@ namespace Tolvex::FileNames {
 /// exists. Without a base a relative path stays relative. Only a
 /// leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
 ///
+///     On the disk:
 ///     ("", any)               => ""
 ///     ("/usr/bin/..", any)    => "/usr"
 ///     ("a.wav", "/new/song")  => "/new/song/a.wav"     while nothing exists there
@@ -63,9 +64,10 @@ FRAMEWORKBASE_EXPORT std::string GetAbsolutePath(std::string path, const char* b
 /// from its folder. `file` is normalised, `referenceFile` is not: pass it normalised. The file's name is what follows
 /// the last "/": a backslash is part of it.
 ///
-///     referenceFile "/s/a/song.sng":
-///     "/s/a/take.wav"       => "take.wav"           "/s/b/take.wav"       => "../b/take.wav"
-///     "/s/a/Audio/take.wav" => "Audio/take.wav"     "/Volumes/d/take.wav" => false
+///     ("/s/a/song.sng", "/s/a/take.wav")       => "take.wav", true
+///     ("/s/a/song.sng", "/s/a/Audio/take.wav") => "Audio/take.wav", true
+///     ("/s/a/song.sng", "/s/b/take.wav")       => "../b/take.wav", true
+///     ("/s/a/song.sng", "/Volumes/d/take.wav") => "", false
 FRAMEWORKBASE_EXPORT bool GetPathRelativeToOtherFile(std::string& out, const std::string& referenceFile,
                                                      const std::string& file);
 

@@ -18,12 +18,14 @@ namespace Tolvex::FileNames {
 /// A file path that cannot be opened for reading: `stem` and `ext`, else with a number between. `ext` has its leading
 /// dot, or is empty. A file that exists but may not be read counts as free; a readable folder counts as taken.
 ///
+///     On the disk:
 ///     ("/t/take", ".wav") => "/t/take.wav", "/t/take1.wav", "/t/take2.wav", ...
 ///     ("/t/take", "")     => "/t/take", "/t/take1", ...
 FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string stem, std::string ext);
 
 /// The same inside `folder`, which may be empty and may or may not end in "/".
 ///
+///     On the disk:
 ///     ("/t", "take", ".wav")  => "/t/take.wav", ...     ("/t/", "take", ".wav") => "/t/take.wav", ...
 ///     ("", "take", ".wav")    => "take.wav", ...
 FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string folder, std::string stem,
@@ -32,6 +34,7 @@ FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string fo
 /// A path at which nothing exists, neither file nor folder: `stem` and `suffix`, else with a space and a number
 /// between. What `stat` cannot reach (a link that leads nowhere, a folder without permission) counts as free.
 ///
+///     On the disk:
 ///     ("/t/Backup", "")     => "/t/Backup", "/t/Backup 1", "/t/Backup 2", ...
 ///     ("/t/Take", " (new)") => "/t/Take (new)", "/t/Take 1 (new)", ...
 FRAMEWORKBASE_EXPORT std::string ComposeNewFolderAndCheckExists(std::string stem, std::string suffix);

@@ -7,7 +7,7 @@
 
 using namespace Tolvex::FileNames;
 
-class Processes : public DiskTest {
+class ProcessesTest : public DiskTest {
 protected:
     void TearDown() override {
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left, at work or waiting to be waited for";
@@ -24,45 +24,64 @@ protected:
 
     static HANDLE Sleep(const char* seconds) { return Launch({"sleep", seconds}, "/bin/sleep"); }
 
-    /// What a shell writes to "output".
+    /// What a shell writes to "output" in `folder`.
     std::string Output(const std::vector<std::string>& arguments) const {
+        std::filesystem::current_path(folder);
         EXPECT_TRUE(WaitForProcess(Launch(arguments, "/bin/sh"), 20000));
         return Content("output");
     }
 };
 
-TEST_F(Processes, ArgumentsOrEnvironmentChangeOnTheWay) {
-    std::filesystem::current_path(folder);
+TEST_F(ProcessesTest, ChildGetsItsArgumentsUnchanged) {
     const std::string longText(100000, 'x');
     EXPECT_EQ(Output({"a name", "-c", "printf '<%s>' \"$0\" \"$@\" >output", "a b", "", "*", "'\"\\$0\n", longText}),
               "<a b><><*><'\"\\$0\n><" + longText + ">");
-    EXPECT_TRUE(WaitForProcess(Launch({}, "/bin/true"), 20000)) << "no arguments at all";
+}
+
+TEST_F(ProcessesTest, ChildNeedsNoArguments) { EXPECT_TRUE(WaitForProcess(Launch({}, "/bin/true"), 20000)); }
+
+TEST_F(ProcessesTest, ChildInheritsEnvironmentAndWorkingDirectory) {
     const EnvironmentVariable variable("FRAMEWORKBASE_TEST", "a value");
     EXPECT_EQ(Output({"sh", "-c", "echo $FRAMEWORKBASE_TEST >output; pwd >>output"}), "a value\n" + folder + "\n");
 }
 
-TEST_F(Processes, WaitTakesOtherChildrenOrNoneAtAll) {
+TEST_F(ProcessesTest, WaitLeavesTheEndOfAnotherChild) {
     HANDLE first = Sleep("0");
     EXPECT_TRUE(WaitForProcess(Sleep("0.1"), 20000));
     EXPECT_TRUE(WaitForProcess(first, 20000));
+}
+
+TEST_F(ProcessesTest, WaitWithoutEndTakesTheEndOfEveryChild) {
     Sleep("0");
-    EXPECT_TRUE(WaitForProcess(Sleep("0.1"), -1)) << "the wait without end takes them";
+    EXPECT_TRUE(WaitForProcess(Sleep("0.1"), -1));
+}
+
+TEST_F(ProcessesTest, WaitLooksAtTheClockAfter200PassesOnly) { EXPECT_TRUE(WaitForProcess(Sleep("0.1"), 1)); }
+
+TEST_F(ProcessesTest, WaitThatIsOverLeavesTheChildAtWork) {
     HANDLE process = Sleep("60");
     EXPECT_FALSE(WaitForProcess(process, -2));
     kill(static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process)), SIGKILL);
     EXPECT_TRUE(WaitForProcess(process, 20000));
-    EXPECT_FALSE(WaitForProcess(process, 0) || WaitForProcess(nullptr, 0) || WaitForProcess(nullptr, -1));
 }
 
-TEST_F(Processes, ChildThatCannotStartTheProgramDoesNotGetTheNullHandle) {
+TEST_F(ProcessesTest, WaitFailsForNoChild) {
+    HANDLE process = Sleep("0");
+    EXPECT_TRUE(WaitForProcess(process, 20000));
+    EXPECT_FALSE(WaitForProcess(process, 0));
+    EXPECT_FALSE(WaitForProcess(nullptr, 0));
+    EXPECT_FALSE(WaitForProcess(nullptr, -1));
+}
+
+TEST_F(ProcessesTest, ChildThatCannotStartTheProgramGetsTheNullHandle) {
     for (const std::string& program : {std::string("/none/program"), folder}) {
         std::vector<std::string> arguments = {"program"};
         HANDLE process = LaunchProcess(program, arguments);
         if (process == nullptr) {
-            MakeFile("the child's " + std::string(program == folder ? "own" : "first"));
+            MakeFile(program == folder ? "second" : "first");
             _exit(127);
         }
         ASSERT_TRUE(WaitForProcess(process, 20000));
     }
-    EXPECT_EQ(List(), "the child's first, the child's own") << "and no others";
+    EXPECT_EQ(TreeOf(folder), (Tree{{"first", ""}, {"second", ""}}));
 }

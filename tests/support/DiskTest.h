@@ -2,6 +2,7 @@
 
 #include "tests/support/SafeFolder.h"
 #include "tests/support/Tables.h"
+#include "tests/support/Tree.h"
 
 #include <algorithm>
 #include <csignal>

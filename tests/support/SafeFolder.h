@@ -11,18 +11,18 @@
 inline std::filesystem::path MakeSafeFolder() {
     const char* const asked = std::getenv("TMPDIR");
     const char* const usual = std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp";
-    const char* const named = asked != nullptr ? asked : usual;
-    std::error_code missing;
-    const auto place = std::filesystem::canonical(named, missing);
-    const bool isSystems = !missing && place.parent_path().parent_path() == place.root_path();
-    if (isSystems && asked != nullptr && place != "/tmp" && place != "/var/tmp" && place != "/private/tmp") {
-        std::fprintf(stderr, "tests do not run in %s: broken, they remove what is beside it\n", named);
-        std::_Exit(1);
+    const auto place = std::filesystem::weakly_canonical(asked != nullptr ? asked : usual);
+    const bool isSystems = place.parent_path().parent_path() == place.root_path();
+    if (std::filesystem::is_directory(place) && isSystems && asked != nullptr && place != "/tmp" &&
+        place != "/var/tmp" && place != "/private/tmp") {
+        std::fprintf(stderr, "tests do not run in %s: broken, they remove what is beside it\n", place.c_str());
+        std::abort();
     }
     std::string folder = place / "frameworkbase-XXXXXX";
-    if (missing || mkdtemp(folder.data()) == nullptr) {
-        std::fprintf(stderr, "tests cannot run: no folder can be created in %s\n", named);
-        std::_Exit(1);
+    if (mkdtemp(folder.data()) == nullptr) {
+        std::fprintf(stderr, "tests need a folder in which they can make files: %s is none (see TMPDIR)\n",
+                     place.c_str());
+        std::exit(1);
     }
     const std::filesystem::path made = std::filesystem::path(folder) / "tests";
     std::filesystem::create_directory(made);
