@@ -43,13 +43,15 @@ FRAMEWORKBASE_EXPORT int extension_change(char* name, char* ext);
 ///     ("a", ".wav")     => "a.wav"     ("a.txt", "wav")   => "awav"
 FRAMEWORKBASE_EXPORT std::string ExtensionChange(std::string name, std::string ext);
 
-/// `name` as it is when it has the extension already; otherwise as ExtensionChange. Letter case is ignored, by the
-/// rules of the locale in force: that of ASCII in the C locale. A name shorter than the dot and the whole extension
-/// does not have it; of a longer one the end is compared with the dot and the first 48 characters of the extension.
-/// `name` ends at its first zero byte for the test.
+/// Returns `name` unchanged if it has the extension already, and otherwise as ExtensionChange does. What is looked for
+/// is what follows the last dot of `ext`: "take.gz" has the extension ".tar.gz". Letter case is ignored, by the rules of
+/// the locale in force: that of ASCII in the C locale. A name shorter than the dot and the whole extension does not
+/// have it; of a longer one the end is compared with the dot and the first 48 characters of the extension. `name` ends
+/// at its first zero byte for the test.
 ///
 ///     ("Take.WAV", ".wav") => "Take.WAV"     ("take", ".wav") => "take.wav"
 ///     ("take.aif", ".wav") => "take.wav"     ("take.", "wav") => "take."
+///     ("take.gz", ".tar.gz") => "take.gz"
 FRAMEWORKBASE_EXPORT std::string ForceExtension(std::string name, std::string ext);
 
 /// Whether there is a dot anywhere, in a folder name too.

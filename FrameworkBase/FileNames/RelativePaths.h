@@ -8,7 +8,7 @@
 /// GetRelativePath and GetAbsoluteFromRelativePath take "/" and a backslash for separators and compare components
 /// without regard to letter case, by the rules of the locale in force: that of ASCII in the C locale. A separator at
 /// the front is skipped; each further one ends a component, which is empty when nothing stands before it: "/" has none,
-/// "//" one, "a//b" three. No exceptions.
+/// "//" one, "a//b" three. The only exception is `std::bad_alloc`.
 /// @{
 
 /// The path that leads from the folder `base` to the folder `target`: a "../" for each component of `base` below the

@@ -50,17 +50,17 @@ FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadData
 /// Otherwise moves it into the trash as DeleteFileToRecycleBin does. `ignored` is ignored.
 FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignored, bool permanently);
 
-/// Whether the item at `trashPath`, its full path in the trash, is recorded with a place to go back to. The disk is not
-/// looked at: neither whether the item is still there nor whether the place is free.
+/// Returns whether the item at `trashPath`, its full path in the trash, is recorded with a place to go back to. Neither
+/// the item nor that place is looked for on the disk. The database is loaded and saved again.
 FRAMEWORKBASE_EXPORT bool CanPutBack(std::string trashPath);
 
-/// Moves the item at `trashPath`, its full path in the trash, back to where it came from, by Rename, and forgets it,
-/// even when the move failed. Returns what CanPutBack would have, true also when the item was lost.
+/// Moves the item at `trashPath`, its full path in the trash, back to where it came from with Rename, and removes its
+/// record even if the move failed. Returns what CanPutBack would have returned: true also if the item was lost.
 ///
 ///     a file where the file was                        => REPLACED
 ///     a folder where the folder was                    => merged, ITS FILES OF THE SAME NAMES REPLACED
 ///     the folder it came from has gone                 => THE ITEM IS DELETED, file or folder
-///     a folder where the file was, or the other way    => THE ITEM IS DELETED
+///     an item of the other kind now at the old place   => THE ITEM IS DELETED
 ///     the item has gone, a readable file where it was  => that file is copied into the trash
 FRAMEWORKBASE_EXPORT bool PutBack(std::string trashPath);
 
