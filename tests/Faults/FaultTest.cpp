@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <future>
+#include <gmock/gmock.h>
 #include <iostream>
 
 // Each operation that changes the disk runs again and again, each time with another call to the system, or another
@@ -18,27 +19,81 @@ namespace {
 
 using namespace Tolvex::FileNames;
 
+/// A file's content in the trees below is the name of a recording, which is longer than the blocks of a copy and
+/// repeats itself nowhere.
+std::string Recording(const std::string& name) {
+    std::string bytes;
+    for (int number = 0; bytes.size() < 10000; ++number) {
+        bytes += name + std::to_string(number);
+    }
+    return bytes;
+}
+
+Tree WithRecordings(Tree tree) {
+    for (auto& [path, content] : tree) {
+        content = content.empty() ? "" : Recording(content);
+    }
+    return tree;
+}
+
+Tree WithNames(Tree tree) {
+    for (auto& [path, content] : tree) {
+        const std::string name = content.substr(0, 1);
+        content = content.empty() || content == Recording(name) ? name : "damaged";
+    }
+    return tree;
+}
+
 struct Operation {
     const char* name;
-    const char* before; ///< as DiskTest makes it
+    Tree before;
     void (*prepare)();
     bool (*run)();
-    const char* kept;        ///< the contents that no failing call may cost; failing allocations may cost none
-    const char* after;       ///< what success leaves: in the folder, in the application folder, entries with an origin
-    bool tellsFailure;       ///< or its result is always true
-    int textsLoaded = 0;     ///< of a database: a failed allocation for one empties it untold
-    bool isThreaded = false; ///< a failed allocation ends the process
+    std::vector<std::string> kept; ///< the recordings that no failing call may cost; failing allocations may cost none
+    Tree after;                    ///< what success leaves in the folder
+    Tree trash;                    ///< and in the trash, where each item is recorded
+    bool reportsFailure = false;   ///< by its result, which is always true otherwise
+    int stringsLoaded = 0;         ///< of a database: a failed allocation for one is not reported
+    bool isThreaded = false;       ///< so that a failed allocation ends the process
+
     friend void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 };
 
 std::string In(const char* name) { return std::filesystem::absolute(name); }
 std::string InTrash(const char* name) { return GetTrashFolderPath() + '/' + name; }
-bool Trash(const char* name) { return DeleteFileToRecycleBin(In(name), true), true; }
+
+void Nothing() {}
+void SetVolumesApart() { Faults::answers.volumesApart = true; }
+void DeleteA() { DeleteFileToRecycleBin(In("a"), true); }
+void DeleteB() { DeleteFileToRecycleBin(In("b"), true); }
+
+void DeleteAAndB() {
+    DeleteA();
+    DeleteB();
+}
+
+void DeleteAInTheYear1601AndB() {
+    DeleteAAndB();
+    const std::string file = InTrash(".trash.db");
+    Entries entries = EntriesIn(Content(file));
+    entries[InTrash("a")].first = 1;
+    std::ofstream(file, std::ios::binary) << DatabaseBytes(entries);
+    std::filesystem::create_directory(InTrash("empty"));
+}
 
 bool MakeTemporaryFile() {
     const std::string path = GetTempFilename("w");
     EXPECT_TRUE(std::filesystem::is_empty(path)) << "what another held is not appended to";
     return path == In("tolvxtmp1.w");
+}
+
+bool ListFiles() {
+    std::string path = In(".");
+    void* listing = nullptr;
+    GetFolderFiles(path.data(), nullptr, 0, &listing);
+    while (GetFolderFiles(nullptr, path.data(), 1, &listing) >= 0) {
+    }
+    return true;
 }
 
 bool PurgeInBackground() {
@@ -47,41 +102,79 @@ bool PurgeInBackground() {
     return done->get_future().wait_for(std::chrono::seconds(10)) == std::future_status::ready;
 }
 
-bool ListFiles() {
-    std::string text = In(".");
-    void* listing = nullptr;
-    GetFolderFiles(text.data(), nullptr, 0, &listing);
-    while (GetFolderFiles(nullptr, text.data(), 1, &listing) >= 0) {
-    }
+template <auto function>
+bool Succeeds() {
+    function();
     return true;
 }
 
+void CopyFolderV() { CopyFolder(In("v"), In("w")); }
+void RenameA() { Rename(In("a"), In("v/b")); }
+void RenameV() { Rename(In("v"), In("w")); }
+
+const Tree both = {{"a", "a"}, {"b", "b"}};
+
+// Name, before, preparation, operation, what is kept, what success leaves in the folder and in the trash.
 const Operation operations[] = {
-    {"listing", "a, b", [] {}, ListFiles, "a, b", "a, b; ; 0", false},
-    {"copy_over", "a, b", [] {}, [] { return CopyFile(In("a"), In("b"), false, nullptr); }, "a", "a, b=a; ; 0", true},
-    {"copy_folder", "v/a, v/s/b", [] {}, [] { return CopyFolder(In("v"), In("w")), true; }, "v/a, v/s/b",
-     "v/, v/a, v/s/, v/s/b, w/, w/a=v/a, w/s/, w/s/b=v/s/b; ; 0", false},
-    {"rename_file_apart", "a, v/b", [] { Faults::answers.volumesApart = true; },
-     [] { return Rename(In("a"), In("v/b")), true; }, "v/b", "a=v/b, v/, v/b; ; 0", false},
-    {"rename_folder_apart", "v/s/b", [] { Faults::answers.volumesApart = true; },
-     [] { return Rename(In("v"), In("w")), true; }, "", "w/, w/s/, w/s/b=v/s/b; ; 0", false},
-    {"create_folders", "a", [] {}, [] { return CreateDirectories(In("x/y")); }, "a", "a, x/, x/y/; ; 0", true},
-    {"temporary_file", "tolvxtmp0.w", [] {}, MakeTemporaryFile, "", "tolvxtmp0.w, tolvxtmp1.w=; ; 0", true},
-    {"move_to_the_trash", "a, b", [] { Trash("a"); }, [] { return Trash("b"); }, "a",
-     "; Trash/, Trash/.trash.db, Trash/a=a, Trash/b=b; 2", false, 2},
-    {"put_back", "a", [] { Trash("a"); }, [] { return PutBack(InTrash("a")); }, "", "a; Trash/, Trash/.trash.db; 0",
-     false, 2},
-    {"database", "a, b", [] { Trash("a"), Trash("b"); }, [] { return CanPutBack(InTrash("a")); }, "a, b",
-     "; Trash/, Trash/.trash.db, Trash/a=a, Trash/b=b; 2", false, 4},
-    {"purge", "a, b",
-     [] {
-         Trash("a"), Trash("b");
-         // The first entry gets the time 1, in the year 1601: behind version, count, and key with length and zero.
-         const auto place = static_cast<long>(12 + InTrash("a").size() + 1);
-         std::fstream(InTrash(".trash.db")).seekp(place).write("\1\0\0\0\0\0\0", 8);
-         std::filesystem::create_directory(InTrash("empty"));
-     },
-     PurgeInBackground, "b", "; Trash/, Trash/.trash.db, Trash/b=b; 1", false, 0, true}};
+    {"ListFiles", both, Nothing, ListFiles, {"a", "b"}, both, {}},
+    {"CopyFileOverAnother",
+     both,
+     Nothing,
+     [] { return CopyFile(In("a"), In("b"), false, nullptr); },
+     {"a"},
+     {{"a", "a"}, {"b", "a"}},
+     {},
+     true},
+    {"CopyFolder",
+     {{"v/a", "a"}, {"v/s/b", "b"}},
+     Nothing,
+     Succeeds<CopyFolderV>,
+     {"a", "b"},
+     {{"v/", ""}, {"v/a", "a"}, {"v/s/", ""}, {"v/s/b", "b"}, {"w/", ""}, {"w/a", "a"}, {"w/s/", ""}, {"w/s/b", "b"}},
+     {}},
+    {"RenameFileToAnotherVolume",
+     {{"a", "a"}, {"v/b", "b"}},
+     SetVolumesApart,
+     Succeeds<RenameA>,
+     {"b"},
+     {{"a", "b"}, {"v/", ""}, {"v/b", "b"}},
+     {}},
+    {"RenameFolderToAnotherVolume",
+     {{"v/s/b", "b"}},
+     SetVolumesApart,
+     Succeeds<RenameV>,
+     {},
+     {{"w/", ""}, {"w/s/", ""}, {"w/s/b", "b"}},
+     {}},
+    {"DeleteFile", both, Nothing, [] { return DeleteFileA(In("a").c_str()) == 0; }, {"b"}, {{"b", "b"}}, {}, true},
+    {"CreateFolders",
+     {{"a", "a"}},
+     Nothing,
+     [] { return CreateDirectories(In("x/y")); },
+     {"a"},
+     {{"a", "a"}, {"x/", ""}, {"x/y/", ""}},
+     {},
+     true},
+    {"CreateTemporaryFile",
+     {{"tolvxtmp0.w", "a"}},
+     Nothing,
+     MakeTemporaryFile,
+     {},
+     {{"tolvxtmp0.w", "a"}, {"tolvxtmp1.w", ""}},
+     {},
+     true},
+    {"NameTemporaryFile",
+     {{"tolvxtmp0.fld", "a"}},
+     Nothing,
+     [] { return GetTempFilenameNoCreate() == In("tolvxtmp1.fld"); },
+     {},
+     {{"tolvxtmp0.fld", "a"}},
+     {}},
+    {"MoveToTheTrash", both, DeleteA, Succeeds<DeleteB>, {"a"}, {}, both, false, 2},
+    {"PutBack", {{"a", "a"}}, DeleteA, [] { return PutBack(InTrash("a")); }, {}, {{"a", "a"}}, {}, false, 2},
+    {"AskTheDatabase", both, DeleteAAndB, [] { return CanPutBack(InTrash("a")); }, {"a", "b"}, {}, both, false, 4},
+    {"Purge", both, DeleteAInTheYear1601AndB, PurgeInBackground, {"b"}, {}, {{"b", "b"}}, false, 0, true},
+};
 
 class FaultTest : public DiskTest, public testing::WithParamInterface<Operation> {
 protected:
@@ -90,35 +183,48 @@ protected:
         MakeEmpty(applicationFolder);
         std::filesystem::current_path(folder);
         Faults::answers = {};
-        Make(GetParam().before);
+        MakeTree(folder, WithRecordings(GetParam().before));
         GetParam().prepare();
     }
 
-    std::string CountKnown() const {
-        const Entries entries = EntriesIn(std::filesystem::exists(database) ? Content(database) : "");
-        const auto isKnown = [](const auto& entry) { return !entry.second.second.empty(); };
-        return std::to_string(std::count_if(entries.begin(), entries.end(), isKnown));
+    Tree Items() const {
+        Tree items = std::filesystem::exists(trash) ? TreeOf(trash) : Tree();
+        items.erase(".trash.db");
+        return WithNames(items);
     }
 
-    void ExpectNothingLost(bool isDone, bool isOutOfMemory, const std::string& knownBefore) const {
-        const std::string known = CountKnown();
-        EXPECT_TRUE(!isOutOfMemory || known == knownBefore) << known;
-        std::filesystem::exists(database) ? MakeFile(database, "Trash/.trash.db") : "";
-        const std::string disk = List(folder, true) + "; " + List(applicationFolder, true) + "; " + known;
-        EXPECT_TRUE(!isDone || disk == GetParam().after) << disk;
-        const std::vector<std::string> files = Cells(List(folder, true) + ", " + List(applicationFolder, true));
-        for (const std::string& name : Cells(isOutOfMemory ? GetParam().before : GetParam().kept)) {
-            const auto isWhole = [&](auto& file) { return file == name || file.substr(file.find('=') + 1) == name; };
-            EXPECT_TRUE(name.empty() || std::any_of(files.begin(), files.end(), isWhole))
-                << name << " is not in " << disk;
+    /// The recorded items of the trash. The database must be whole.
+    std::vector<std::string> RecordedItems() const {
+        std::vector<std::string> names;
+        if (std::filesystem::exists(trash + "/.trash.db")) {
+            for (const auto& [path, value] : EntriesIn(Content(trash + "/.trash.db"))) {
+                EXPECT_NE(value.second, "") << path;
+                names.push_back(path.substr(trash.size() + 1));
+            }
         }
+        return names;
     }
 
-    /// Runs the operation with the fault, then another thread that empties the map of what it left. Whether it struck.
+    void ExpectSuccess() const {
+        EXPECT_EQ(WithNames(TreeOf(folder)), GetParam().after);
+        EXPECT_EQ(Items(), GetParam().trash);
+        std::vector<std::string> names;
+        for (const auto& [name, content] : GetParam().trash) {
+            names.push_back(name);
+        }
+        EXPECT_EQ(RecordedItems(), names);
+    }
+
+    void ExpectOnDisk(const std::string& recording) const {
+        const auto isWhole = testing::Contains(testing::Pair(testing::_, recording));
+        EXPECT_THAT((std::array{WithNames(TreeOf(folder)), Items()}), testing::Contains(isWhole));
+    }
+
+    /// Runs the operation with the fault. Returns whether it struck.
     bool Strike(const Faults::Fault& fault) {
         SCOPED_TRACE("errno " + std::to_string(fault.error) + " at number " + std::to_string(fault.number));
         Prepare();
-        const std::string known = CountKnown();
+        const std::vector<std::string> recordedBefore = RecordedItems();
         bool result = false;
         bool isOutOfMemory = false;
         const Faults::Outcome outcome = Faults::Strike(fault, [&] {
@@ -129,23 +235,44 @@ protected:
             } catch (const std::exception&) {
             }
         });
-        // A database that cannot be written keeps its stream.
-        EXPECT_LE(CountOpenFiles(), openAtStart + (outcome.hasStruckWriting ? 1 : 0)) << "descriptors lost";
-        for (int descriptor = 3; CountOpenFiles() > openAtStart; ++descriptor) {
-            close(descriptor);
+        ExpectNoDescriptorLost(outcome.hasStruckWriting);
+        if (!outcome.hasStruck || (result && GetParam().reportsFailure)) {
+            ExpectSuccess();
         }
-        ExpectNothingLost(!outcome.hasStruck || (result && GetParam().tellsFailure), isOutOfMemory, known);
-        untold += outcome.hasStruck && !isOutOfMemory ? 1 : 0;
+        if (isOutOfMemory) {
+            EXPECT_EQ(RecordedItems(), recordedBefore);
+        } else if (outcome.hasStruck) {
+            ++strikesNotReportedAsOutOfMemory;
+        }
+        for (const std::string& recording : GetParam().kept) {
+            ExpectOnDisk(recording);
+        }
+        for (const auto& [path, recording] : isOutOfMemory ? GetParam().before : Tree()) {
+            ExpectOnDisk(recording);
+        }
         EXPECT_TRUE(fault.error != 0 || result) << "what moves half of its bytes goes on";
-        MakeFile(database);
-        const Faults::Outcome afterwards = Faults::Strike({}, [] { // which waits without end for a lock that is held
-            std::async(std::launch::async, [] { return CanPutBack("nothing"); }).get();
-        });
-        EXPECT_EQ(outcome.allocationsLeft + afterwards.allocationsLeft, 0) << "memory lost";
+        ExpectNothingHeld(outcome);
         return outcome.hasStruck;
     }
 
-    /// Lets the fault strike at every place, at each alone and from each on. How often it struck.
+    /// Expects that all files are closed, but for a database that could not be written.
+    void ExpectNoDescriptorLost(bool mayLoseOne) const {
+        EXPECT_LE(CountOpenFiles(), openAtStart + (mayLoseOne ? 1 : 0));
+        for (int descriptor = 3; CountOpenFiles() > openAtStart; ++descriptor) {
+            close(descriptor);
+        }
+    }
+
+    /// Expects that another thread gets the lock, which it waits for without end, and that no memory is lost when that
+    /// thread has emptied the map.
+    void ExpectNothingHeld(const Faults::Outcome& outcome) const {
+        MakeFile(trash + "/.trash.db");
+        const Faults::Outcome afterwards =
+            Faults::Strike({}, [] { std::async(std::launch::async, [] { return CanPutBack("nothing"); }).get(); });
+        EXPECT_EQ(outcome.allocationsLeft + afterwards.allocationsLeft, 0) << "memory lost";
+    }
+
+    /// Lets the fault strike at every place, at each alone and from each on. Returns how often it struck.
     int StrikeEverywhere(int error, bool inMemory) {
         int strikes = 0;
         for (const bool onwards : {false, true}) {
@@ -157,30 +284,33 @@ protected:
         return strikes;
     }
 
-    const std::string database = applicationFolder + "/Trash/.trash.db";
+    const std::string trash = applicationFolder + "/Trash";
     const EnvironmentVariable temporary{"TMPDIR", folder.c_str()};
-    int untold = 0; ///< how often a fault struck and no bad_alloc came out
+    int strikesNotReportedAsOutOfMemory = 0;
 };
 
-TEST_P(FaultTest, CostsMoreThanIsNamed) {
+TEST_P(FaultTest, CostsNoMoreThanIsNamed) {
     Prepare();
-    Faults::Strike({}, [] { GetParam().run(), CanPutBack("nothing"); }); // what is made once is made now
+    Faults::Strike({}, [] { // what is made once is made now
+        GetParam().run();
+        CanPutBack("nothing");
+    });
     int calls = 0;
     for (const int error : {ENOSPC, EMFILE, EINTR, 0}) {
         calls += StrikeEverywhere(error, false);
     }
-    untold = 0;
+    strikesNotReportedAsOutOfMemory = 0;
     const int allocations = GetParam().isThreaded ? 0 : StrikeEverywhere(ENOMEM, true);
-    EXPECT_EQ(untold, GetParam().textsLoaded) << "swallowed";
+    EXPECT_EQ(strikesNotReportedAsOutOfMemory, GetParam().stringsLoaded);
     std::cout << GetParam().name << ": " << calls << " failed calls, " << allocations << " failed allocations\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, FaultTest, testing::ValuesIn(operations),
+INSTANTIATE_TEST_SUITE_P(Fault, FaultTest, testing::ValuesIn(operations),
                          [](const auto& tested) { return tested.param.name; });
 
 using CopyFaultTest = DiskTest;
 
-TEST_F(CopyFaultTest, InterruptedWriteEndsTheCopy) {
+TEST_F(CopyFaultTest, InterruptedWriteIsRepeated) {
     const std::string source = MakeFile("a", "content");
     int survived = 0;
     bool hasStruck = true;

@@ -69,6 +69,20 @@ auto Call(const char* name, Arguments... arguments) {
     return Fails() ? failure : Pass<function>(name, arguments...);
 }
 
+/// Reads the entries of a folder in the order of their names.
+dirent* NextByName(DIR* stream) {
+    static std::map<DIR*, std::map<std::string, dirent>> unread;
+    static std::map<DIR*, dirent> latest;
+    while (const dirent* const entry = Pass<&::readdir>("readdir", stream)) {
+        unread[stream][entry->d_name] = *entry;
+    }
+    if (unread[stream].empty()) {
+        return nullptr;
+    }
+    latest[stream] = unread[stream].extract(unread[stream].begin()).mapped();
+    return &latest[stream];
+}
+
 auto CountThreads() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
 }
@@ -98,13 +112,18 @@ using Faults::answers;
 // The forms that the others come down to. Not inlined: the compiler would see one's memory go to the other's function.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     void* const memory = IsHit(true) ? nullptr : std::malloc(size);
-    allocations += memory != nullptr ? 1 : 0;
-    return memory != nullptr ? memory : throw std::bad_alloc();
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    ++allocations;
+    return memory;
 }
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
-    allocations -= memory != nullptr ? 1 : 0;
-    std::free(memory);
+    if (memory != nullptr) {
+        --allocations;
+        std::free(memory);
+    }
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept { ::operator delete(memory); }
@@ -115,8 +134,11 @@ std::FILE* fopen(const char* path, const char* mode) { return Call<&::fopen>("fo
 
 int fclose(std::FILE* stream) {
     const bool fails = Fails();
-    fails ? __fpurge(stream) : void(); // what was buffered does not reach the disk
-    return Pass<&::fclose>("fclose", stream) | (fails ? EOF : 0);
+    if (fails) {
+        __fpurge(stream); // what was buffered does not reach the disk
+    }
+    const int result = Pass<&::fclose>("fclose", stream);
+    return fails ? EOF : result;
 }
 
 std::size_t fread(void* data, std::size_t size, std::size_t count, std::FILE* stream) {
@@ -147,22 +169,15 @@ ssize_t write(int descriptor, const void* data, std::size_t size) {
 
 int close(int descriptor) {
     const bool fails = Fails();
-    return Pass<&::close>("close", descriptor) | (fails ? -1 : 0);
+    const int result = Pass<&::close>("close", descriptor);
+    return fails ? -1 : result;
 }
 
 DIR* opendir(const char* path) { return Call<&::opendir>("opendir", path); }
 dirent* readdir(DIR* stream) {
-    static std::map<DIR*, std::map<std::string, dirent>> unread;
-    static std::map<DIR*, dirent> current;
-    dirent* entry = Call<&::readdir>("readdir", stream);
-    if (answers.meanwhile) {
-        for (; entry != nullptr; entry = Pass<&::readdir>("readdir", stream)) {
-            unread[stream][entry->d_name] = *entry;
-        }
-        if (!unread[stream].empty()) {
-            entry = &(current[stream] = unread[stream].extract(unread[stream].begin()).mapped());
-            answers.meanwhile(entry->d_name);
-        }
+    dirent* const entry = answers.meanwhile ? NextByName(stream) : Call<&::readdir>("readdir", stream);
+    if (entry != nullptr && answers.meanwhile) {
+        answers.meanwhile(entry->d_name);
     }
     if (entry != nullptr && answers.typesUnknown) {
         entry->d_type = DT_UNKNOWN;
@@ -200,13 +215,19 @@ ssize_t readlink(const char* path, char* buffer, std::size_t size) noexcept {
 }
 
 int usleep(useconds_t microseconds) {
-    return answers.slept < 0 ? Pass<&::usleep>("usleep", microseconds) : (answers.slept += microseconds, 0);
+    if (answers.slept < 0) {
+        return Pass<&::usleep>("usleep", microseconds);
+    }
+    answers.slept += microseconds;
+    return 0;
 }
 
 int clock_gettime(clockid_t clock, timespec* now) noexcept {
-    const int result = Pass<&::clock_gettime>("clock_gettime", clock, now);
-    *now = answers.slept < 0 ? *now : timespec{answers.slept / 1000000, answers.slept % 1000000 * 1000};
-    return result;
+    if (answers.slept < 0) {
+        return Pass<&::clock_gettime>("clock_gettime", clock, now);
+    }
+    *now = {answers.slept / 1000000, answers.slept % 1000000 * 1000};
+    return 0;
 }
 
 int execv(const char* path, char* const* arguments) noexcept {

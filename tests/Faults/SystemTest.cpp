@@ -6,9 +6,9 @@
 #include <FrameworkBase/FileNames/Processes.h>
 #include <FrameworkBase/Trash/TrashCleanup.h>
 
-#include <algorithm>
 #include <array>
 #include <csignal>
+#include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <system_error>
 
@@ -20,7 +20,8 @@ using Faults::answers;
 
 namespace {
 
-struct SystemTest : DiskTest {
+class SystemTest : public DiskTest {
+protected:
     ~SystemTest() override { answers = {}; }
 };
 
@@ -32,95 +33,130 @@ pid_t Launch(std::vector<std::string> arguments) {
     return static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process));
 }
 
-TEST_F(SystemTest, FoldersAreTakenForFilesWhereTypesAreUnknown) {
+using UnknownTypesTest = SystemTest;
+
+TEST_F(UnknownTypesTest, FoldersAreStillTakenForFolders) {
     answers.typesUnknown = true;
-    Make("a/s/x, a/y, t/z, a/l -> ../t");
-    EXPECT_EQ(Joined(GetFolderSubfolders(Path("a"))), "s");
-    std::vector<std::string> files = GetFolderFiles(Path("a"));
-    std::sort(files.begin(), files.end());
-    EXPECT_EQ(Joined(files), "l, y");
+    MakeTree(folder, {{"a/s/x", ""}, {"a/y", ""}, {"a/link", "-> ../t"}, {"t/z", ""}});
+    EXPECT_THAT(GetFolderSubfolders(Path("a")), testing::ElementsAre("s"));
+    EXPECT_THAT(GetFolderFiles(Path("a")), testing::UnorderedElementsAre("link", "y"));
     remove_dir_content(Path("a").c_str(), 0);
-    EXPECT_EQ(List(), "t/");
+    EXPECT_EQ(TreeOf(folder), (Tree{{"t/", ""}}));
 }
 
-TEST_F(SystemTest, RemovalForgetsThatOthersAreAtWork) {
-    namespace fs = std::filesystem;
-    const auto others = [](const std::string& name) {
-        if (name == "moves") {
-            fs::rename("d", "kept");
-        } else if (name == "file") {
-            fs::remove("d/file");
-            fs::create_directories("d/file/inner");
-        } else if (name == "folder") {
-            fs::remove("d/folder");
-            fs::create_directory_symlink("../elsewhere", "d/folder");
-        }
-    };
-    const auto remove = [this, others](const std::string& name) {
-        answers.meanwhile = others;
+class RemovalTest : public SystemTest {
+protected:
+    /// Creates the tree in `folder`, which is the working directory, removes `name` from it and returns what is left.
+    Tree Remove(const Tree& tree, const std::string& name, const std::function<void(const std::string&)>& meanwhile) {
+        std::filesystem::current_path(folder);
+        MakeTree(folder, tree);
+        answers.meanwhile = meanwhile;
         remove_dir_content(Path(name).c_str(), 0);
         answers.meanwhile = nullptr;
-        return "";
-    };
-    EXPECT_TRUE(Does(remove, "d/e/c, d/e/b -> ..; d/e/b => ; d/, d/e/, d/e/c | "
-                             "D/F/1, D/F/2, D/F/a, D/F/b, D/F/U -> ../../K, K/, K/M -> ../D; K/M/F => ; "
-                             "D/, D/F/, D/F/U, D/F/a, D/F/b, K/ | "
-                             "d/a/x, d/l -> a; d => ; d/, d/l | d/b/x, d/a -> b; d => ;  | "
-                             "d/a, d/b, d/moves, d/n, d/o/f; d => ; kept/, kept/moves=d/moves, kept/n=d/n, kept/o/, "
-                             "kept/o/f=d/o/f | d/file, d/folder/, elsewhere/x; d => ; elsewhere/"));
+        return TreeOf(folder);
+    }
+};
+
+const std::function<void(const std::string&)> nothing = [](const std::string& /*entry*/) {};
+
+TEST_F(RemovalTest, FollowsALinkToTheFolderAbove) {
+    EXPECT_EQ(Remove({{"d/e/b", "-> .."}, {"d/e/c", "kept"}}, "d/e/b", nothing),
+              (Tree{{"d/", ""}, {"d/e/", ""}, {"d/e/c", "kept"}}));
 }
 
-TEST_F(SystemTest, BlocksOfTheSuperuserCountAsAvailable) {
+TEST_F(RemovalTest, KeepsALinkWhoseTargetWentBeforeIt) {
+    EXPECT_EQ(Remove({{"d/a/x", ""}, {"d/l", "-> a"}}, "d", nothing), (Tree{{"d/", ""}, {"d/l", "-> a"}}));
+    EXPECT_EQ(Remove({{"e/b/x", ""}, {"e/a", "-> b"}}, "e", nothing), (Tree{{"d/", ""}, {"d/l", "-> a"}}));
+}
+
+TEST_F(RemovalTest, StopsInAFolderThatIsMovedAway) {
+    const auto move = [](const std::string& entry) {
+        if (entry == "moves") {
+            std::filesystem::rename("d", "kept");
+        }
+    };
+    EXPECT_EQ(Remove({{"d/a", ""}, {"d/moves", ""}, {"d/n", ""}, {"d/o/f", ""}}, "d", move),
+              (Tree{{"kept/", ""}, {"kept/moves", ""}, {"kept/n", ""}, {"kept/o/", ""}, {"kept/o/f", ""}}));
+}
+
+TEST_F(RemovalTest, RemovesWhatHasTakenThePlaceOfAnEntry) {
+    const auto replace = [](const std::string& entry) {
+        if (entry == "file") {
+            std::filesystem::remove("d/file");
+            std::filesystem::create_directories("d/file/inner");
+        } else if (entry == "folder") {
+            std::filesystem::remove("d/folder");
+            std::filesystem::create_directory_symlink("../elsewhere", "d/folder");
+        }
+    };
+    EXPECT_EQ(Remove({{"d/file", ""}, {"d/folder/", ""}, {"elsewhere/x", ""}}, "d", replace),
+              (Tree{{"elsewhere/", ""}}));
+}
+
+TEST_F(SystemTest, AvailableSpaceIsThatOfOrdinaryUsers) {
     answers.blocks = 0x100000001;
     EXPECT_EQ(GetAvailableSpace(folder), 0x100000001ULL * 512);
-    answers.blocks = 0;
+}
+
+TEST_F(SystemTest, AvailableSpaceOfNothingIsTheLargestNumber) {
     EXPECT_EQ(GetAvailableSpace(Path("missing")), 0xFFFFFFFFFFFFFFFFU);
 }
 
-TEST_F(SystemTest, PathOfTheExecutableOverrunsTheBufferOrKeepsABackslash) {
-    std::array<char, 2000> buffer{};
-    for (const std::size_t length : {1023U, 1024U, 1039U, 1040U, 1500U}) {
-        buffer.fill('#');
+TEST_F(SystemTest, ExecutableHasAPathOfUpTo1039Bytes) {
+    for (const std::size_t length : {1039U, 1040U}) {
+        std::string buffer(2000, '#');
         answers.executable = '/' + std::string(length - 1, 'p');
-        EXPECT_EQ(MacGetExecutablePath(buffer.data()), length < 1040 ? 0 : -1);
-        EXPECT_EQ(std::count(buffer.begin(), buffer.end(), '#'),
-                  length < 1040 ? 1999 - static_cast<int>(length) : 2000);
-        EXPECT_EQ(GetModuleFilename(), length < 1024 ? answers.executable : "");
-        path_directory_programma(buffer.data(), true);
-        EXPECT_STREQ(buffer.data(), "");
+        EXPECT_EQ(MacGetExecutablePath(buffer.data()), length == 1039 ? 0 : -1);
+        EXPECT_EQ(buffer, length == 1039 ? answers.executable + '\0' + std::string(960, '#') : std::string(2000, '#'));
     }
-    answers.executable = "/opt/app\\\\/program";
-    path_directory_programma(buffer.data(), true);
-    EXPECT_STREQ(buffer.data(), "/opt/app\\") << "one of them goes";
 }
 
-TEST_F(SystemTest, WaitEndsARoundEarlyOrLate) {
+TEST_F(SystemTest, ModuleHasANameOfUpTo1023Bytes) {
+    answers.executable = '/' + std::string(1022, 'p');
+    EXPECT_EQ(GetModuleFilename(), answers.executable);
+    answers.executable += 'p';
+    EXPECT_EQ(GetModuleFilename(), "");
+}
+
+TEST_F(SystemTest, ProgramFolderLosesOneTrailingBackslash) {
+    std::array<char, 1040> buffer{};
+    answers.executable = "/opt/app\\\\/program";
+    path_directory_programma(buffer.data(), true);
+    EXPECT_STREQ(buffer.data(), "/opt/app\\");
+}
+
+struct WaitCase {
+    int timeout;
+    long long slept;
+};
+
+TEST_F(SystemTest, WaitIsRoundedUpToMultiplesOf200Milliseconds) {
     answers.slept = 0;
     const pid_t child = Launch({"/bin/sleep", "60"});
     const HANDLE process = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(child));
-    constexpr std::array<int, 2> rows[] = {{-2, 200}, {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}};
-    for (const auto [timeout, expected] : rows) {
+    for (const auto& [timeout, slept] : {WaitCase{-2, 200}, {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}}) {
         answers.slept = 0;
         EXPECT_FALSE(WaitForProcess(process, timeout));
-        EXPECT_EQ(answers.slept, expected * 1000LL) << timeout;
+        EXPECT_EQ(answers.slept, slept * 1000) << timeout;
     }
     kill(child, SIGKILL);
     EXPECT_TRUE(WaitForProcess(process, -1));
 }
 
-TEST_F(SystemTest, SecondAttemptToStartDoesNotStartOrLeavesTheFirstChild) {
-    answers.startsLate = answers.isInterrupted = true;
+TEST_F(SystemTest, ProgramIsStartedAtTheSecondAttempt) {
+    answers.startsLate = true;
+    answers.isInterrupted = true;
     const pid_t child = Launch({"/bin/true"});
     int status = 0;
-    EXPECT_EQ(wait(&status), child) << "the other one has been waited for";
+    EXPECT_EQ(wait(&status), child) << "the first child has been waited for";
     EXPECT_EQ(status, 0) << "it ran the program";
     EXPECT_EQ(wait(&status), -1);
 }
 
-TEST_F(SystemTest, TrashFolderIsAskedForOnTheThreadOfTheCleanup) {
+TEST_F(SystemTest, CleanupThatGetsNoThreadHasCreatedTheApplicationFolder) {
     const auto cleanUp = [] { EXPECT_THROW(CleanupTrashFolder(false, {}), std::system_error); };
     Faults::Strike({2, EACCES, false, false}, cleanUp); // the first call makes the application folder
-    EXPECT_EQ(List(home + "/Library/Application Support"), "Tolvex Studio 10/");
+    EXPECT_TRUE(std::filesystem::is_directory(applicationFolder));
 }
 
 } // namespace

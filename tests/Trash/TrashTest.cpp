@@ -6,154 +6,243 @@
 
 #include <dlfcn.h>
 #include <future>
+#include <gmock/gmock.h>
 #include <pthread.h>
 
 using namespace Tolvex::FileNames;
 
-struct TrashTest : DiskTest {
+namespace {
+
+class TrashTest : public DiskTest {
+protected:
     std::string InTrash(const std::string& name) const { return trash + '/' + name; }
 
     Entries Database() const { return EntriesIn(Content(InTrash(".trash.db"))); }
 
-    /// The recorded items and where they came from. None may have been recorded before `since`.
-    std::string Origins(long long since) const {
-        std::vector<std::string> origins;
-        for (const auto& [key, value] : Database()) {
-            EXPECT_TRUE(since <= value.first && value.first <= Now()) << key;
-            const std::string origin = value.second.substr(value.second.empty() ? 0 : folder.size() + 1);
-            origins.push_back(key.substr(trash.size() + 1) + ": " + origin);
-        }
-        return Joined(origins);
+    /// What is in the trash beside the database.
+    Tree Items() const {
+        Tree items = TreeOf(trash);
+        EXPECT_EQ(items.erase(".trash.db"), 1U) << "no database";
+        return items;
     }
 
-    /// What a cleanup leaves in the trash, which has this database.
-    std::string LeftByCleanup(bool all, const Entries& database) {
-        MakeFile(InTrash(".trash.db"), DatabaseBytes(database));
-        const auto saved = std::make_shared<std::promise<Entries>>();
-        CleanupTrashFolder(all, [saved, this] { saved->set_value(Database()); });
-        const Entries atCallback = saved->get_future().get();
-        EXPECT_EQ(atCallback, Database()) << "saved before the callback";
-        return List(trash);
+    /// Moves these files from `folder` into the trash.
+    void Delete(const std::vector<std::string>& names) const {
+        for (const std::string& name : names) {
+            DeleteFileToRecycleBin(MakeFile(name, name), true);
+        }
     }
 
     const std::string trash = applicationFolder + "/Trash";
 };
 
-TEST_F(TrashTest, ItemTakesTheNameOfAnother) {
+using DeleteFileToRecycleBinTest = TrashTest;
+
+TEST_F(DeleteFileToRecycleBinTest, MovesTheFileAndRecordsOriginAndTime) {
     const long long before = Now();
-    EXPECT_EQ(GetTrashFolderPath(), trash);
-    Make("p/q/file");
-    DeleteFolderWithContents(Path("p").c_str(), true, true); // for good
-    EXPECT_FALSE(std::filesystem::exists(trash) || std::filesystem::exists(Path("p")));
-    const std::string names = "a/song.wav, b/song.wav, c/song.wav, a/README, b/README, a/.hidden, b/.hidden, a.b/c, "
-                              "x.tar.gz, b/x.tar.gz, b/dot.";
-    Make("d/folder.x/file, " + names);
-    DeleteFolderWithContents(Path("d/folder.x").c_str(), true, false);
-    for (const std::string& name : Cells(names + ", missing")) { // that is recorded though nothing is moved
-        DeleteFileToRecycleBin(Path(name), true);
-    }
-    EXPECT_EQ(Origins(before),
-              "1: a/.hidden, 2: b/.hidden, README: a/README, README1: b/README, c: a.b/c, dot.: b/dot., "
-              "folder.x: d/folder.x, missing: missing, song.wav: a/song.wav, song1.wav: b/song.wav, "
-              "song2.wav: c/song.wav, x.tar.gz: x.tar.gz, x.tar1.gz: b/x.tar.gz");
-    MakeFile(InTrash(".trash.db"), ".trash.db");
-    EXPECT_EQ(
-        List(trash, true),
-        ".trash.db, 1=a/.hidden, 2=b/.hidden, README1=b/README, README=a/README, c=a.b/c, dot.=b/dot., folder.x/, "
-        "folder.x/file=d/folder.x/file, song.wav=a/song.wav, song1.wav=b/song.wav, song2.wav=c/song.wav, x.tar.gz, "
-        "x.tar1.gz=b/x.tar.gz");
-    EXPECT_EQ(List(), "a.b/, a/, b/, c/, d/");
+    Delete({"song/take.wav"});
+    EXPECT_EQ(TreeOf(folder), (Tree{{"song/", ""}}));
+    EXPECT_EQ(Items(), (Tree{{"take.wav", "song/take.wav"}}));
+    const auto [added, origin] = Database().at(InTrash("take.wav"));
+    EXPECT_EQ(origin, Path("song/take.wav"));
+    EXPECT_GE(added, before);
+    EXPECT_LE(added, Now());
 }
 
-TEST_F(TrashTest, ItemComesBackTwiceOrElsewhere) {
-    const std::vector<std::string> names = {"gone", "folder/homeless", "replaced", "vanished"};
-    for (const std::string& name : names) {
-        DeleteFileToRecycleBin(MakeFile(name, name), true);
-    }
-    MakeFile("replaced", "new");
-    std::filesystem::remove(InTrash("vanished"));
-    std::filesystem::remove(Path("folder"));
-    for (const char* name : {"gone", "homeless", "replaced", "vanished"}) {
-        for (const bool isThere : {true, false}) {
-            EXPECT_EQ(CanPutBack(InTrash(name)), isThere) << name;
-            EXPECT_EQ(PutBack(InTrash(name)), isThere) << name;
-        }
-    }
-    EXPECT_EQ(List(folder, true), "gone, replaced") << "no folder is made again";
-    EXPECT_EQ(List(applicationFolder), "Trash/, Trash/.trash.db") << "what could not be moved is lost";
+TEST_F(DeleteFileToRecycleBinTest, NumbersItemsOfOneName) {
+    Delete({"a/take.wav", "b/take.wav", "c/take.wav", "a/x.tar.gz", "b/x.tar.gz", "a/README", "b/README"});
+    EXPECT_EQ(Items(), (Tree{{"take.wav", "a/take.wav"},
+                             {"take1.wav", "b/take.wav"},
+                             {"take2.wav", "c/take.wav"},
+                             {"x.tar.gz", "a/x.tar.gz"},
+                             {"x.tar1.gz", "b/x.tar.gz"},
+                             {"README", "a/README"},
+                             {"README1", "b/README"}}));
+    EXPECT_EQ(Database().at(InTrash("take1.wav")).second, Path("b/take.wav"));
+}
+
+TEST_F(DeleteFileToRecycleBinTest, NamesHiddenFilesByNumbersAlone) {
+    Delete({"a/.hidden", "b/.hidden"});
+    EXPECT_EQ(Items(), (Tree{{"1", "a/.hidden"}, {"2", "b/.hidden"}}));
+}
+
+TEST_F(DeleteFileToRecycleBinTest, RecordsAFileThatIsNotThere) {
+    DeleteFileToRecycleBin(Path("missing"), true);
+    EXPECT_EQ(Database().at(InTrash("missing")).second, Path("missing"));
+}
+
+using DeleteFolderTest = TrashTest;
+
+TEST_F(DeleteFolderTest, MovesTheWholeFolderIntoTheTrash) {
+    MakeTree(folder, {{"Audio.x/sub/take.wav", "1"}});
+    DeleteFolderWithContents(Path("Audio.x").c_str(), true, false);
+    EXPECT_EQ(TreeOf(folder), Tree());
+    EXPECT_EQ(Items(), (Tree{{"Audio.x/", ""}, {"Audio.x/sub/", ""}, {"Audio.x/sub/take.wav", "1"}}));
+    EXPECT_EQ(Database().at(InTrash("Audio.x")).second, Path("Audio.x"));
+}
+
+TEST_F(DeleteFolderTest, DeletesForGoodIfAsked) {
+    MakeTree(folder, {{"Audio/sub/take.wav", "1"}});
+    DeleteFolderWithContents(Path("Audio").c_str(), true, true);
+    EXPECT_EQ(TreeOf(folder), Tree());
+    EXPECT_FALSE(std::filesystem::exists(trash));
+}
+
+using PutBackTest = TrashTest;
+
+TEST_F(PutBackTest, MovesTheItemToItsOriginAndForgetsIt) {
+    Delete({"take.wav"});
+    EXPECT_TRUE(CanPutBack(InTrash("take.wav")));
+    EXPECT_TRUE(PutBack(InTrash("take.wav")));
+    EXPECT_EQ(TreeOf(folder), (Tree{{"take.wav", "take.wav"}}));
+    EXPECT_EQ(Items(), Tree());
+    EXPECT_EQ(Database(), Entries());
+    EXPECT_FALSE(CanPutBack(InTrash("take.wav")));
+}
+
+TEST_F(PutBackTest, ReplacesAFileAtTheOrigin) {
+    Delete({"take.wav"});
+    MakeFile("take.wav", "another");
+    EXPECT_TRUE(PutBack(InTrash("take.wav")));
+    EXPECT_EQ(TreeOf(folder), (Tree{{"take.wav", "take.wav"}}));
+}
+
+TEST_F(PutBackTest, LosesAnItemWhoseFolderIsGone) {
+    Delete({"song/take.wav"});
+    std::filesystem::remove(Path("song"));
+    EXPECT_TRUE(PutBack(InTrash("take.wav")));
+    EXPECT_EQ(TreeOf(folder), Tree());
+    EXPECT_EQ(Items(), Tree());
+    EXPECT_EQ(Database(), Entries());
+}
+
+TEST_F(PutBackTest, FailsWithoutARecordedOriginAndRewritesTheDatabase) {
     const Entries withoutOrigin = {{MakeFile(InTrash("a")), {1, ""}}};
-    for (const auto function : {CanPutBack, PutBack}) {
-        for (const std::string& path : {InTrash("a"), MakeFile(InTrash("b"))}) {
+    for (const std::string& path : {InTrash("a"), MakeFile(InTrash("b"))}) {
+        for (const auto function : {CanPutBack, PutBack}) {
             MakeFile(InTrash(".trash.db"), DatabaseBytes(withoutOrigin, 1));
             EXPECT_FALSE(function(path)) << path;
-            EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin)) << "rewritten all the same";
+            EXPECT_EQ(Content(InTrash(".trash.db")), DatabaseBytes(withoutOrigin));
         }
     }
-    EXPECT_EQ(List(trash), ".trash.db, a, b");
+    EXPECT_EQ(Items(), (Tree{{"a", ""}, {"b", ""}}));
 }
 
-TEST_F(TrashTest, FilesExpireEarlyOrNever) {
+class CleanupTest : public TrashTest {
+protected:
+    /// Runs the cleanup of a trash with this database to its end.
+    void CleanUp(bool all, const Entries& database) {
+        MakeFile(InTrash(".trash.db"), DatabaseBytes(database));
+        const auto saved = std::make_shared<std::promise<Entries>>();
+        CleanupTrashFolder(all, [saved, this] { saved->set_value(Database()); });
+        const Entries atCallback = saved->get_future().get();
+        EXPECT_EQ(atCallback, Database()) << "it is saved before the callback";
+    }
+
+    const std::pair<long long, std::string> due = {Now() - 31 * day, "/o"};
+    const std::pair<long long, std::string> fresh = {Now(), "/o"};
+};
+
+TEST_F(CleanupTest, DeletesItemsOlderThanThirtyDays) {
+    const std::pair<const char*, long long> times[] = {
+        {"29 days", Now() - 29 * day},
+        {"almost 30 days", Now() - 30 * day + day / 1440},
+        {"30 days", Now() - 30 * day},
+        {"31 days", Now() - 31 * day},
+        {"in the future", Now() + 100 * day},
+        {"1601", 0},
+        {"before 1601", -1},
+    };
     Entries database;
-    for (const auto& [name, added] :
-         {std::pair("29 days", Now() - 29 * day), std::pair("30 days", Now() - 30 * day),
-          std::pair("not quite", Now() - 30 * day + day / 1440), std::pair("31 days", Now() - 31 * day),
-          std::pair("future", Now() + 100 * day), std::pair("1601", 0LL), std::pair("before 1601", -1LL)}) {
+    for (const auto& [name, added] : times) {
         database[MakeFile(InTrash(name))].first = added;
     }
-    EXPECT_EQ(LeftByCleanup(false, database), ".trash.db, 29 days, before 1601, future, not quite");
-    EXPECT_EQ(Database().size(), 4U);
+    CleanUp(false, database);
+    const Tree kept = {{"29 days", ""}, {"almost 30 days", ""}, {"in the future", ""}, {"before 1601", ""}};
+    EXPECT_EQ(Items(), kept);
+    EXPECT_EQ(Database().size(), kept.size());
 }
 
-TEST_F(TrashTest, CleanupTakesWhatIsNotRecordedOrADatabase) {
+TEST_F(CleanupTest, RecordsFilesThatAreNotRecorded) {
     const long long before = Now();
-    for (const bool all : {false, true}) {
-        for (const char* name : {"stray", "due", "kept/sub/stray", "kept/.trash.db"}) {
-            MakeFile(InTrash(name));
+    MakeTree(trash, {{"stray", ""}, {"kept/sub/stray", ""}});
+    CleanUp(false, {});
+    EXPECT_EQ(Items(), (Tree{{"stray", ""}, {"kept/", ""}, {"kept/sub/", ""}, {"kept/sub/stray", ""}}));
+    for (const char* name : {"stray", "kept/sub/stray"}) {
+        const auto [added, origin] = Database().at(InTrash(name));
+        EXPECT_GE(added, before) << name;
+        EXPECT_EQ(origin, "") << name;
+    }
+}
+
+TEST_F(CleanupTest, KeepsEveryFileOfTheDatabasesName) {
+    MakeTree(trash, {{"kept/.trash.db", ""}});
+    CleanUp(false, {});
+    EXPECT_EQ(Items(), (Tree{{"kept/", ""}, {"kept/.trash.db", ""}}));
+    EXPECT_EQ(Database(), Entries());
+}
+
+TEST_F(CleanupTest, OfAllDeletesEveryRecordedFileAndEveryFolder) {
+    MakeTree(trash, {{"stray", ""}, {"fresh", ""}, {"folder/sub/stray", ""}});
+    CleanUp(true, {{InTrash("fresh"), fresh}});
+    EXPECT_EQ(Items(), (Tree{{"stray", ""}}));
+    EXPECT_EQ(Database().count(InTrash("stray")), 1U);
+}
+
+TEST_F(CleanupTest, DeletesTheWholeFolderWithADueFile) {
+    MakeTree(trash, {{"folder/sub/due", ""}, {"folder/fresh", ""}, {"other/fresh", ""}, {"empty/empty/", ""}});
+    CleanUp(false,
+            {{InTrash("folder/sub/due"), due}, {InTrash("folder/fresh"), fresh}, {InTrash("other/fresh"), fresh}});
+    EXPECT_EQ(Items(), (Tree{{"other/", ""}, {"other/fresh", ""}}));
+    EXPECT_EQ(Database().count(InTrash("folder/sub/due")), 0U);
+    EXPECT_EQ(Database().count(InTrash("folder/fresh")), 1U) << "it is not forgotten with its folder";
+}
+
+class EmptyFoldersTest : public DiskTest {
+protected:
+    /// The path of `count` folders one in the other.
+    static std::string Chain(int count) {
+        std::string path;
+        for (int level = 0; level < count; ++level) {
+            path += "/d";
         }
-        EXPECT_EQ(LeftByCleanup(all, {{InTrash("due"), {1, "/o"}}}),
-                  all ? ".trash.db, stray" : ".trash.db, kept/, kept/.trash.db, kept/sub/, kept/sub/stray, stray");
-        EXPECT_EQ(Origins(before), all ? "stray: " : "kept/sub/stray: , stray: ");
+        return path;
     }
-}
+};
 
-TEST_F(TrashTest, CleanupAdoptsAFileThatHasTheDatabasesNameInCapitals) {
-    MakeFile(InTrash(".TRASH.DB"));
-    if (std::filesystem::exists(InTrash(".trash.db"))) {
-        GTEST_SKIP() << "the volume of the temporary folder ignores letter case";
-    }
-    EXPECT_EQ(LeftByCleanup(false, {{InTrash("due"), {1, "/o"}}}), ".TRASH.DB, .trash.db");
-    EXPECT_EQ(Database().count(InTrash(".TRASH.DB")), 1U);
-}
-
-TEST_F(TrashTest, FolderStaysWhenAFileInItIsDue) {
-    for (const char* name : {"folder/sub/due", "folder/fresh", "folder/stray", "other/fresh"}) {
-        MakeFile(InTrash(name));
-    }
-    MakeFolder(InTrash("empty/empty"));
-    Entries database = {{InTrash("folder/fresh"), {Now(), "/o"}}, {InTrash("other/fresh"), {Now(), "/o"}}};
-    Entries withDue = database;
-    withDue[InTrash("folder/sub/due")] = {Now() - 31 * day, "/o"};
-    EXPECT_EQ(LeftByCleanup(false, withDue), ".trash.db, other/, other/fresh");
-    database[InTrash("folder/stray")] = Database()[InTrash("folder/stray")]; // adopted before its folder went
-    EXPECT_EQ(Database(), database) << "the entries of the files that went with the folder stay";
-}
-
-TEST_F(TrashTest, FilesAreMissedOrLookedForBelowLevelFifty) {
-    std::string chain;
-    for (int level = 0; level < 50; ++level) {
-        chain += "/d";
-    }
-    Make("a/with" + chain + "/");
-    EXPECT_FALSE(HasFiles(Path("a/with"), 0) || HasFiles(Path("missing"), 50));
-    EXPECT_TRUE(HasFiles(Path("a/with"), 1) && HasFiles(Path("missing"), 51)) << "level 51 counts as a file";
-    Make("a/with" + chain + "/file, a/deep" + chain + "/d/, a/empty/d/d/, a/file, a/link/, a/link/dangling -> none");
+TEST_F(EmptyFoldersTest, HaveNoFilesDownToLevelFifty) {
+    MakeFolder("a/with" + Chain(50));
+    EXPECT_FALSE(HasFiles(Path("a/with"), 0));
+    EXPECT_TRUE(HasFiles(Path("a/with"), 1)) << "level 51 counts as a file";
+    EXPECT_FALSE(HasFiles(Path("missing"), 50));
+    MakeFile("a/with" + Chain(50) + "/file");
     EXPECT_TRUE(HasFiles(Path("a/with"), 0));
-    CheckDeleteEmptyFolders(Path("a"));
-    EXPECT_FALSE(std::filesystem::exists(Path("a/empty")));
-    EXPECT_EQ(Cells(List(Path("a"))).size(), 1U + 52U + 52U + 2U);
 }
 
-TEST_F(TrashTest, SmallStackIsOverrun) {
+TEST_F(EmptyFoldersTest, AreDeletedUnlessAFileOrLinkIsInside) {
+    MakeFolder("a/too deep" + Chain(51));
+    MakeTree(folder, {{"a/empty/d/d/", ""}, {"a/file", ""}, {"a/s/file", ""}, {"a/l/link", "-> none"}});
+    CheckDeleteEmptyFolders(Path("a"));
+    EXPECT_TRUE(std::filesystem::exists(Path("a/too deep" + Chain(51))));
+    std::filesystem::remove_all(Path("a/too deep"));
+    EXPECT_EQ(TreeOf(Path("a")), (Tree{{"file", ""}, {"l/", ""}, {"l/link", "-> none"}, {"s/", ""}, {"s/file", ""}}));
+}
+
+using SmallStackTest = TrashTest;
+
+/// Each step of a host's thread on the trash, with folders at every depth that is emptied.
+void* WorkOnTheTrash(void* file) {
+    const std::string trash = GetTrashFolderPath();
+    DeleteFileToRecycleBin(static_cast<const char*>(file), true);
+    PutBack(trash + "/take.wav");
+    TouchFolder(trash);
+    DeleteFolderWithContents((trash + "/shallow").c_str(), false, false);
+    CheckDeleteEmptyFolders(trash);
+    CleanupTrashFolder(trash, true);
+    return nullptr;
+}
+
+TEST_F(SmallStackTest, Of32KiBIsEnough) {
     if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
         GTEST_SKIP() << "sanitizers need more of the stack";
     }
@@ -161,27 +250,21 @@ TEST_F(TrashTest, SmallStackIsOverrun) {
 #ifdef __OPTIMIZE__
     size /= 2;
 #endif
-    std::string deep = InTrash("shallow/file, ") + trash;
+    std::string deep = trash;
     for (int level = 0; level <= 20; ++level) {
         deep += "/level";
     }
-    Make("a, " + deep + "/file");
-    const auto work = [](void* file) -> void* { // each step of a host's thread on the trash
-        const std::string place = GetTrashFolderPath();
-        DeleteFileToRecycleBin(static_cast<const char*>(file), true);
-        PutBack(place + "/a");
-        TouchFolder(place);
-        DeleteFolderWithContents((place + "/shallow").c_str(), false, false);
-        CheckDeleteEmptyFolders(place);
-        return CleanupTrashFolder(place, true), nullptr; // folders at every depth that is emptied
-    };
+    MakeFile(deep + "/file");
+    MakeFile(InTrash("shallow/file"));
+    std::string file = MakeFile("take.wav", "a take");
     pthread_attr_t attributes{};
     pthread_attr_init(&attributes);
     ASSERT_EQ(pthread_attr_setstacksize(&attributes, size), 0);
     pthread_t thread{};
-    std::string file = Path("a");
-    ASSERT_EQ(pthread_create(&thread, &attributes, work, file.data()), 0);
+    ASSERT_EQ(pthread_create(&thread, &attributes, WorkOnTheTrash, file.data()), 0);
     pthread_join(thread, nullptr);
-    EXPECT_EQ(Content(Path("a")), "a");
-    EXPECT_EQ(List(applicationFolder), "Trash/, Trash/.trash.db");
+    EXPECT_EQ(Content(Path("take.wav")), "a take");
+    EXPECT_EQ(Items(), Tree());
 }
+
+} // namespace

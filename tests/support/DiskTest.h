@@ -1,27 +1,37 @@
 #pragma once
 
 #include "tests/support/SafeFolder.h"
-#include "tests/support/Tables.h"
 #include "tests/support/Tree.h"
 
-#include <algorithm>
 #include <csignal>
-#include <fcntl.h>
 #include <fstream>
+#include <gtest/gtest.h>
+#include <optional>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-/// Sets an environment variable, or unsets it when `value` is null, for as long as it lives.
-struct EnvironmentVariable {
-    EnvironmentVariable(const char* variable, const char* value)
-        : name(variable), wasSet(std::getenv(name) != nullptr), before(wasSet ? std::getenv(name) : "") {
-        value == nullptr ? unsetenv(name) : setenv(name, value, 1);
+/// Sets an environment variable, or unsets it if `value` is null, for as long as it lives.
+class EnvironmentVariable {
+public:
+    EnvironmentVariable(const char* variable, const char* value) : name(variable) {
+        if (const char* const current = std::getenv(name)) {
+            before = current;
+        }
+        Set(value);
     }
-    ~EnvironmentVariable() { wasSet ? setenv(name, before.c_str(), 1) : unsetenv(name); }
+    ~EnvironmentVariable() { Set(before ? before->c_str() : nullptr); }
+
+private:
+    void Set(const char* value) const {
+        if (value != nullptr) {
+            setenv(name, value, 1);
+        } else {
+            unsetenv(name);
+        }
+    }
 
     const char* const name;
-    const bool wasSet;
-    const std::string before;
+    std::optional<std::string> before;
 };
 
 /// While it lives, the process has an ordinary user's rights on files, so that permissions count when root runs tests.
@@ -97,8 +107,12 @@ struct DiskTest : testing::Test {
         EXPECT_EQ(CountOpenFiles(), openAtStart + expectedOpenFiles) << "files are still open";
         std::filesystem::remove_all(folder);
         std::filesystem::remove_all(applicationFolder);
-        EXPECT_EQ(List(sandbox), "home/, home/Library/, home/Library/Application Support/, tmp/, work/")
-            << "left behind";
+        const Tree empty = {{"home/", ""},
+                            {"home/Library/", ""},
+                            {"home/Library/Application Support/", ""},
+                            {"tmp/", ""},
+                            {"work/", ""}};
+        EXPECT_EQ(TreeOf(sandbox), empty) << "left behind";
     }
 
     static std::ptrdiff_t CountOpenFiles() {
@@ -114,7 +128,7 @@ struct DiskTest : testing::Test {
 
     std::string Path(const std::string& name) const { return folder + '/' + name; }
 
-    /// Makes a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path.
+    /// Create a file or a folder, and the folders that it needs. `name` is relative to `folder` or a full path.
     std::string MakeFolder(const std::string& name) const {
         std::filesystem::create_directories(std::filesystem::path(folder) / name);
         return std::filesystem::path(folder) / name;
@@ -124,47 +138,6 @@ struct DiskTest : testing::Test {
         MakeFolder(path.parent_path());
         EXPECT_TRUE(std::ofstream(path, std::ios::binary) << content) << path;
         return path;
-    }
-
-    /// Makes what a list says: "file, folder/, folder/file, link -> target". A file gets its name as its content.
-    void Make(const std::string& list) const {
-        for (const std::string& name : Cells(list)) {
-            if (const std::size_t arrow = name.find(" -> "); arrow != std::string::npos) {
-                std::filesystem::create_symlink(name.substr(arrow + 4), Path(name.substr(0, arrow)));
-            } else if (!name.empty()) {
-                name.back() == '/' ? MakeFolder(name.substr(0, name.size() - 1)) : MakeFile(name, name);
-            }
-        }
-    }
-
-    /// What is inside a folder as such a list; with contents, a file that holds no name of its own is "name=content".
-    static std::string List(const std::string& root, bool withContents = false) {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
-            names.push_back(entry.path().lexically_relative(root));
-            if (entry.symlink_status().type() == std::filesystem::file_type::directory) {
-                names.back() += '/';
-            } else if (withContents && entry.is_regular_file() && Content(entry.path()) != names.back()) {
-                names.back() += '=' + Content(entry.path());
-            }
-        }
-        std::sort(names.begin(), names.end());
-        return Joined(names);
-    }
-    std::string List() const { return List(folder); }
-
-    /// Whether `function`, called in a folder that holds nothing but what a row says, gives and leaves what the row
-    /// says: "before; in => out; after", listed with contents.
-    template <class Function>
-    testing::AssertionResult Does(Function function, const std::string& table) const {
-        const auto run = [this, function](const std::string& before, const std::string& in) {
-            MakeEmpty(folder);
-            std::filesystem::current_path(folder);
-            Make(before);
-            const std::string out = Result(function, Cells(in));
-            return out + "; " + List(folder, true);
-        };
-        return Maps(run, table, "; ");
     }
 
     const std::string folder = sandbox / "test"; ///< the test's own
