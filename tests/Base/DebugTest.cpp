@@ -46,10 +46,6 @@ TEST(DebugTest, TraceIsCutTo20479Bytes) {
     EXPECT_EQ(FlushedBy([&] { TraceRelease("%sy", longest.c_str()); }), longest + "\n\n\n");
 }
 
-TEST(DebugTest, InternalOutputIsIgnored) {
-    EXPECT_EQ(FlushedBy([] { flpOutputDebugStringInternal("ignored"); }), "");
-}
-
 TEST(DebugDeathTest, BreakAbortsTheProcess) { EXPECT_EXIT(DebugBreak(), testing::KilledBySignal(SIGABRT), "^$"); }
 
 TEST(PlatformTest, IsADesktopMac) {
@@ -64,12 +60,6 @@ TEST(PlatformTest, ScaleFactorIsAnyThatWasSet) {
         EXPECT_EQ(GetUIScaleFactor(), factor);
         EXPECT_EQ(TolvexDip, factor);
     }
-}
-
-TEST(PlatformTest, ProcessWideVariablesAreZeroAtFirst) {
-    EXPECT_EQ(testsRunning, 0);
-    EXPECT_EQ(isDoingStressTest, 0);
-    EXPECT_EQ(Tolvex::Threading::mainThreadId, 0);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "tests/Faults/Faults.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
@@ -11,15 +10,10 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <map>
-#include <new>
 #include <stdio_ext.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -28,10 +22,9 @@ bool isArmed = false;
 Faults::Fault current;
 Faults::Outcome outcome;
 int calls = 0;
-std::atomic<std::ptrdiff_t> allocations{0};
 
-bool IsHit(bool inMemory) {
-    if (!isArmed || current.inMemory != inMemory) {
+bool IsHit() {
+    if (!isArmed) {
         return false;
     }
     ++calls;
@@ -42,7 +35,7 @@ bool IsHit(bool inMemory) {
 
 /// Whether the system call that asks fails; `errno` is set then.
 bool Fails() {
-    if (current.error == 0 || !IsHit(false)) {
+    if (current.error == 0 || !IsHit()) {
         return false;
     }
     errno = current.error;
@@ -50,7 +43,7 @@ bool Fails() {
 }
 
 /// How many of `size` bytes are moved.
-std::size_t Moved(std::size_t size) { return current.error == 0 && IsHit(false) ? (size + 1) / 2 : size; }
+std::size_t Moved(std::size_t size) { return current.error == 0 && IsHit() ? (size + 1) / 2 : size; }
 
 /// Calls the C library's own function, which this program's stands before.
 template <auto function, class... Arguments>
@@ -69,20 +62,6 @@ auto Call(const char* name, Arguments... arguments) {
     return Fails() ? failure : Pass<function>(name, arguments...);
 }
 
-/// Reads the entries of a folder in the order of their names.
-dirent* NextByName(DIR* stream) {
-    static std::map<DIR*, std::map<std::string, dirent>> unread;
-    static std::map<DIR*, dirent> latest;
-    while (const dirent* const entry = Pass<&::readdir>("readdir", stream)) {
-        unread[stream][entry->d_name] = *entry;
-    }
-    if (unread[stream].empty()) {
-        return nullptr;
-    }
-    latest[stream] = unread[stream].extract(unread[stream].begin()).mapped();
-    return &latest[stream];
-}
-
 auto CountThreads() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
 }
@@ -96,37 +75,16 @@ Faults::Outcome Faults::Strike(const Fault& fault, const std::function<void()>& 
     current = fault;
     outcome = {};
     calls = 0;
-    allocations = 0;
     isArmed = true;
     action();
     isArmed = false;
-    for (int i = 0; i < 10000 && CountThreads() > threads; ++i) { // they may still release memory
+    for (int i = 0; i < 10000 && CountThreads() > threads; ++i) { // they may still be at work
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    outcome.allocationsLeft = allocations;
     return outcome;
 }
 
 using Faults::answers;
-
-// The forms that the others come down to. Not inlined: the compiler would see one's memory go to the other's function.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* const memory = IsHit(true) ? nullptr : std::malloc(size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    ++allocations;
-    return memory;
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    if (memory != nullptr) {
-        --allocations;
-        std::free(memory);
-    }
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept { ::operator delete(memory); }
 
 extern "C" {
 
@@ -175,10 +133,7 @@ int close(int descriptor) {
 
 DIR* opendir(const char* path) { return Call<&::opendir>("opendir", path); }
 dirent* readdir(DIR* stream) {
-    dirent* const entry = answers.meanwhile ? NextByName(stream) : Call<&::readdir>("readdir", stream);
-    if (entry != nullptr && answers.meanwhile) {
-        answers.meanwhile(entry->d_name);
-    }
+    dirent* const entry = Call<&::readdir>("readdir", stream);
     if (entry != nullptr && answers.typesUnknown) {
         entry->d_type = DT_UNKNOWN;
     }
@@ -198,22 +153,6 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     return Call<&::pthread_create>("pthread_create", thread, attributes, start, data);
 }
 
-int statvfs(const char* path, struct statvfs* status) noexcept {
-    const int result = Pass<&::statvfs>("statvfs", path, status);
-    if (answers.blocks != 0) {
-        status->f_bavail = answers.blocks;
-        status->f_bfree = answers.blocks + 10;
-        status->f_bsize = 512;
-        status->f_frsize = 4096;
-    }
-    return result;
-}
-
-ssize_t readlink(const char* path, char* buffer, std::size_t size) noexcept {
-    return answers.executable.empty() ? Pass<&::readlink>("readlink", path, buffer, size)
-                                      : static_cast<ssize_t>(answers.executable.copy(buffer, size));
-}
-
 int usleep(useconds_t microseconds) {
     if (answers.slept < 0) {
         return Pass<&::usleep>("usleep", microseconds);
@@ -228,17 +167,5 @@ int clock_gettime(clockid_t clock, timespec* now) noexcept {
     }
     *now = {answers.slept / 1000000, answers.slept % 1000000 * 1000};
     return 0;
-}
-
-int execv(const char* path, char* const* arguments) noexcept {
-    return std::exchange(answers.startsLate, false) ? -1 : Pass<&::execv>("execv", path, arguments);
-}
-
-pid_t waitpid(pid_t process, int* status, int options) {
-    if (std::exchange(answers.isInterrupted, false)) {
-        errno = EINTR;
-        return -1;
-    }
-    return Pass<&::waitpid>("waitpid", process, status, options);
 }
 }

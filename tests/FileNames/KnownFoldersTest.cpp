@@ -1,9 +1,6 @@
 #include <FrameworkBase/FileNames/KnownFolders.h>
 
 #include "tests/support/DiskTest.h"
-#include <FrameworkBase/Base/Platform.h>
-
-#include <pwd.h>
 
 using namespace Tolvex;
 using namespace Tolvex::FileNames;
@@ -18,50 +15,11 @@ TEST_F(HomeFolderTest, IsCreatedWheneverItIsMissing) {
     }
 }
 
-TEST_F(HomeFolderTest, StaysTheSameWhenHomeChanges) {
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-    const EnvironmentVariable homeLater("HOME", folder.c_str());
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-}
-
 TEST_F(HomeFolderTest, IsReturnedWhenItCannotBeCreated) {
     std::filesystem::remove_all(home + "/Library");
     EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
     EXPECT_EQ(TreeOf(home), Tree()) << "no folder above is created";
     MakeFolder(home + "/Library/Application Support");
-}
-
-class FirstHomeFolderTest : public DiskTest {
-protected:
-    void TearDown() override {
-        MakeEmpty(temporaryFolder); // of the sandboxes of the other processes
-        DiskTest::TearDown();
-    }
-
-    /// Ends the process, which has not read HOME yet: with 0 if its home folder is `expected`.
-    static void Leave(const char* value, const std::string& expected) {
-        const EnvironmentVariable variable("HOME", value);
-        std::exit(GetHomeFolderMac() == expected + "/Library/Application Support/Tolvex Studio 10" ? 0 : 1);
-    }
-};
-
-TEST_F(FirstHomeFolderTest, KeepsTheSlashOfHome) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(Leave((home + '/').c_str(), home + '/'), testing::ExitedWithCode(0), "");
-}
-
-TEST_F(FirstHomeFolderTest, IsThatOfThePasswordDatabaseWithoutHome) {
-    constexpr uid_t nobody = 65534; // who has no home folder in which one could be made
-    const passwd* const user = getpwuid(nobody);
-    if (user == nullptr || getuid() != 0) {
-        GTEST_SKIP() << "only root can become a user without a home folder";
-    }
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto leaveAsNobody = [user] {
-        EXPECT_EQ(setuid(nobody), 0);
-        Leave(nullptr, user->pw_dir);
-    };
-    EXPECT_EXIT(leaveAsNobody(), testing::ExitedWithCode(0), "");
 }
 
 class TemporaryFileTest : public DiskTest {
@@ -80,12 +38,6 @@ TEST_F(TemporaryFileTest, IsInTheFolderOfTMPDIR) {
     for (const auto function : {MacGetTempFolder, GetUnixTempFolder, GetTempFolderT, GetTempFolderRoot}) {
         EXPECT_EQ(function(), folder + '/');
     }
-}
-
-TEST_F(TemporaryFileTest, IsCreatedEmpty) {
-    EXPECT_EQ(GetTempFilename("w"), Path("tolvxtmp0.w"));
-    EXPECT_EQ(GetTempFilename(""), Path("tolvxtmp0."));
-    EXPECT_EQ(TreeOf(folder), (Tree{{"tolvxtmp0.w", ""}, {"tolvxtmp0.", ""}}));
 }
 
 TEST_F(TemporaryFileTest, HasTheLowestFreeNumber) {
@@ -118,12 +70,4 @@ TEST(ProgramFolderTest, IsThatOfTheExecutable) {
     char buffer[1040] = {};
     path_directory_programma(buffer, true);
     EXPECT_EQ(GetModuleFilename().substr(0, GetModuleFilename().rfind('/')), buffer);
-}
-
-TEST(ProgramFolderTest, IsTheOverrideAsItIs) {
-    char buffer[1040] = {};
-    pathFolderOverride = "/opt/app/\\";
-    path_directory_programma(buffer, false);
-    EXPECT_STREQ(buffer, "/opt/app/\\");
-    pathFolderOverride.clear();
 }

@@ -64,13 +64,6 @@ inline std::string Content(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-/// A path of exactly `length` bytes below `folder`.
-inline std::string PathOfLength(std::string folder, std::size_t length) {
-    for (; folder.size() + 250 < length; folder += '/' + std::string(100, 'd')) {
-    }
-    return folder + '/' + std::string(length - folder.size() - 1, 'e');
-}
-
 /// Where the tests of this process keep "HOME", "TMPDIR" and the working directory: never among the user's own files.
 inline std::filesystem::path sandbox; // NOLINT
 

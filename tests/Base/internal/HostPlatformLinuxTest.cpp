@@ -16,63 +16,26 @@ TEST(TemporaryFolderTest, IsThatOfTMPDIRWithATrailingSlash) {
     }
 }
 
-/// The folder of a user without TMPDIR: a user that nobody is, whose folder is no one's own.
-class PrivateTemporaryFolderTest : public testing::Test {
-protected:
-    void SetUp() override {
-        if (getuid() != 0) {
-            GTEST_SKIP() << "only root can become another user";
-        }
+/// Becomes the user, and ends the process after it has written what is the temporary folder without TMPDIR.
+void LeaveWithTheFolderOf(uid_t user) {
+    const EnvironmentVariable variable("TMPDIR", nullptr);
+    if (setuid(user) == 0) {
+        std::cerr << GetTemporaryFolder();
     }
+    _exit(0);
+}
 
-    void TearDown() override { fs::remove_all(folder); }
-
-    void MakeFolderOf(uid_t owner, fs::perms permissions) const {
-        fs::create_directory(folder);
-        fs::permissions(folder, permissions);
-        EXPECT_EQ(chown(folder.c_str(), owner, owner), 0);
+TEST(TemporaryFolderDeathTest, IsOneThatOnlyItsUserMayEnterWithoutTMPDIR) {
+    if (getuid() != 0) {
+        GTEST_SKIP() << "only root can become another user";
     }
-
-    /// Ends the process after it has written what is the temporary folder for `user`.
-    void LeaveWithTheFolder() const {
-        const EnvironmentVariable variable("TMPDIR", nullptr);
-        if (setuid(user) == 0) {
-            std::cerr << GetTemporaryFolder();
-        }
-        _exit(0);
-    }
-
-    void ExpectFolder(const std::string& expected) const {
-        EXPECT_EXIT(LeaveWithTheFolder(), testing::ExitedWithCode(0), '^' + expected + '$');
-    }
-
-    const uid_t user = 60000 + static_cast<uid_t>(getpid()) % 4000;
+    const uid_t user = 60000 + static_cast<uid_t>(getpid()) % 4000; // nobody is, so that the folder is no one's own
     const std::string folder = "/tmp/tolvex-" + std::to_string(user);
-};
-
-TEST_F(PrivateTemporaryFolderTest, IsCreatedForItsUserAlone) {
-    ExpectFolder(folder + '/');
+    EXPECT_EXIT(LeaveWithTheFolderOf(user), testing::ExitedWithCode(0), '^' + folder + "/$");
     EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
-    ExpectFolder(folder + '/');
-}
-
-TEST_F(PrivateTemporaryFolderTest, IsNotOneThatOthersMayEnter) {
-    MakeFolderOf(user, fs::perms::owner_all | fs::perms::others_exec);
-    ExpectFolder("/tmp/");
-}
-
-TEST_F(PrivateTemporaryFolderTest, IsNotOneOfAnotherUser) {
-    MakeFolderOf(0, fs::perms::owner_all);
-    ExpectFolder("/tmp/");
-}
-
-TEST_F(PrivateTemporaryFolderTest, IsNotALink) {
-    MakeFolderOf(user, fs::perms::owner_all);
-    fs::rename(folder, folder + "-elsewhere");
-    fs::create_symlink(folder + "-elsewhere", folder);
-    EXPECT_EQ(lchown(folder.c_str(), user, user), 0);
-    ExpectFolder("/tmp/");
-    fs::remove(folder + "-elsewhere");
+    fs::permissions(folder, fs::perms::owner_all | fs::perms::others_exec);
+    EXPECT_EXIT(LeaveWithTheFolderOf(user), testing::ExitedWithCode(0), "^/tmp/$");
+    fs::remove(folder);
 }
 
 } // namespace

@@ -24,13 +24,6 @@ TEST(HostPlatformTest, ExecutablePathNeedsRoomForItsZeroByte) {
     EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(path.size()) + 1), 0);
 }
 
-TEST(HostPlatformTest, TemporaryFolderIsWritableAndStaysTheSame) {
-    const std::string folder = GetTemporaryFolder();
-    EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
-    EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
-    EXPECT_EQ(GetTemporaryFolder(), folder);
-}
-
 TEST(HostPlatformTest, AThreadNeedsNoPreparation) {
     testing::internal::CaptureStderr(); // where Foundation complains of objects that no pool will release
     std::thread([] {

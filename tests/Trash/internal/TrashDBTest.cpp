@@ -71,37 +71,11 @@ TEST_F(TrashDBTest, LoadsTheRecordsBeforeTheDamage) {
     EXPECT_EQ(Loaded(), (Entries{{"a", {1, "one"}}})) << "cut in the second time";
 }
 
-TEST_F(TrashDBTest, LoadedRecordsReplaceThoseInMemory) {
-    MakeFile(".trash.db", DatabaseBytes({{"a", {1, "loaded"}}}));
-    database.InsertFile("a", "in memory");
-    database.InsertFile("b", "in memory");
-    database.Load(folder);
-    EXPECT_EQ(database.files.at("a").second, "loaded");
-    EXPECT_EQ(database.files.at("b").second, "in memory");
-}
-
 TEST_F(TrashDBTest, KeepsRecordsThatCannotBeSaved) {
     database.InsertFile("a", "/o/a");
     database.Load(Path("missing"));
     database.Unload();
     EXPECT_EQ(database.files.size(), 1U);
-}
-
-TEST_F(TrashDBTest, LosesSmallRecordsOnAFullDisk) {
-    database.Load(folder);
-    database.InsertFile("a", "/o/a");
-    const FullDisk fullDisk;
-    database.Unload();
-    EXPECT_EQ(database.files.size(), 0U) << "that closing failed is not noticed";
-}
-
-TEST_F(TrashDBTest, KeepsLargeRecordsOnAFullDisk) {
-    database.Load(folder);
-    database.InsertFile("a", std::string(100000, 'o'));
-    const FullDisk fullDisk;
-    database.Unload();
-    EXPECT_EQ(database.files.size(), 1U);
-    expectedOpenFiles = 1; // the stream that could not be written
 }
 
 TEST_F(TrashDBTest, AnswersForRecordedItemsOnly) {
@@ -118,13 +92,6 @@ TEST_F(TrashDBTest, AnswersForRecordedItemsOnly) {
     EXPECT_TRUE(database.GetFileOriginalPath("a", origin));
     EXPECT_NEAR(static_cast<double>(added.ticks), static_cast<double>(Now()), static_cast<double>(day) / 100);
     EXPECT_EQ(origin, "/o/a");
-}
-
-TEST_F(TrashDBTest, EmptyOriginCountsAsNone) {
-    std::string origin = "before";
-    database.InsertFile("a", "");
-    EXPECT_FALSE(database.GetFileOriginalPath("a", origin));
-    EXPECT_EQ(origin, "");
 }
 
 TEST_F(TrashDBTest, EachCallTakesARecursiveLockAndLetsItGo) {
@@ -163,14 +130,6 @@ TEST_F(TrashDBTest, TouchRenewsTheTimesAndNamesTheFilesAsTheirOrigins) {
     EXPECT_EQ(trashDB.files.at(Path("x.wav")).second, "x.wav");
 }
 
-TEST_F(TrashDBTest, TouchLooksForSubfoldersInTheWorkingDirectory) {
-    MakeTree(folder, {{"sub/inside", ""}, {"work/sub/elsewhere", ""}});
-    std::filesystem::current_path(Path("work"));
-    TouchFolder(folder);
-    EXPECT_EQ(trashDB.files.count(Path("sub/inside")), 0U);
-    EXPECT_EQ(trashDB.files.count("sub/elsewhere"), 1U);
-}
-
 TEST_F(TrashDBTest, CleanupReturnsWhetherItDeletedSomething) {
     const std::string trash = MakeFolder("trash");
     MakeTree(trash, {{"stray", ""}});
@@ -179,25 +138,6 @@ TEST_F(TrashDBTest, CleanupReturnsWhetherItDeletedSomething) {
     EXPECT_FALSE(CleanupTrashFolder(trash, true)) << "nothing";
     MakeFolder("trash/sub");
     EXPECT_TRUE(CleanupTrashFolder(trash, true)) << "a folder";
-}
-
-TEST_F(TrashDBTest, DeletingSavesOnlyIfAsked) {
-    DeleteFileToRecycleBin(MakeFile("a"), false);
-    EXPECT_EQ(trashDB.files.at(GetTrashFolderPath() + "/a").second, Path("a"));
-    EXPECT_FALSE(std::filesystem::exists(GetTrashFolderPath() + "/.trash.db"));
-}
-
-TEST_F(TrashDBTest, CleanupDoesNotMakeItsCallerWait) {
-    const std::string file = MakeFolder(GetTrashFolderPath()) + "/.trash.db";
-    std::unique_lock held(trashDB.lock); // which the cleanup needs to end
-    auto call = std::async(std::launch::async, [] { CleanupTrashFolder(false, {}); });
-    EXPECT_EQ(call.wait_for(10s), std::future_status::ready);
-    do {
-        held.unlock();
-        std::this_thread::sleep_for(10ms);
-        held.lock(); // until the thread has done
-    } while (!std::filesystem::exists(file) || Content(file).empty());
-    EXPECT_EQ(Content(file), DatabaseBytes({}));
 }
 
 } // namespace
