@@ -48,18 +48,4 @@ TEST(DebugTest, TraceIsCutTo20479Bytes) {
 
 TEST(DebugDeathTest, BreakAbortsTheProcess) { EXPECT_EXIT(DebugBreak(), testing::KilledBySignal(SIGABRT), "^$"); }
 
-TEST(PlatformTest, IsADesktopMac) {
-    EXPECT_EQ(GetPlatform(), "mac");
-    EXPECT_EQ(GetPlatformType(), "desktop");
-}
-
-TEST(PlatformTest, ScaleFactorIsAnyThatWasSet) {
-    EXPECT_EQ(GetUIScaleFactor(), 1.0F);
-    for (const float factor : {2.5F, 0.0F, -1.0F, 1.0F}) {
-        SetUIScaleFactor(factor);
-        EXPECT_EQ(GetUIScaleFactor(), factor);
-        EXPECT_EQ(TolvexDip, factor);
-    }
-}
-
 } // namespace

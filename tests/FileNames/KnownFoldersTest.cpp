@@ -26,12 +26,11 @@ class TemporaryFileTest : public DiskTest {
 protected:
     void SetUp() override {
         DiskTest::SetUp();
+        setenv("TMPDIR", folder.c_str(), 1);
         if (GetTempFolder() != folder + '/') {
             GTEST_SKIP() << "on this system TMPDIR does not choose the temporary folder";
         }
     }
-
-    const EnvironmentVariable variable = EnvironmentVariable("TMPDIR", folder.c_str());
 };
 
 TEST_F(TemporaryFileTest, IsInTheFolderOfTMPDIR) {
@@ -43,6 +42,7 @@ TEST_F(TemporaryFileTest, IsInTheFolderOfTMPDIR) {
 TEST_F(TemporaryFileTest, HasTheLowestFreeNumber) {
     MakeTree(folder, {{"tolvxtmp0.w", "kept"}, {"tolvxtmp1.w/", ""}, {"tolvxtmp3.w", ""}});
     EXPECT_EQ(GetTempFilename("w"), Path("tolvxtmp2.w"));
+    EXPECT_EQ(GetTempFilename("x"), Path("tolvxtmp0.x"));
     EXPECT_EQ(Content(Path("tolvxtmp0.w")), "kept");
 }
 

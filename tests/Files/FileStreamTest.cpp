@@ -93,17 +93,6 @@ TEST_F(WriteFileTest, FailsWithoutAFileUnlessNothingIsWritten) {
     EXPECT_EQ(CloseHandle(INVALID_HANDLE_VALUE), 0);
 }
 
-TEST_F(WriteFileTest, ReportsAFullDiskByTheWriteOrByClosing) {
-    std::FILE* const buffered = Open(MakeFile("a"), GENERIC_WRITE, OPEN_EXISTING);
-    std::FILE* const unbuffered = Open(MakeFile("b"), GENERIC_WRITE, OPEN_EXISTING);
-    EXPECT_EQ(std::setvbuf(unbuffered, nullptr, _IONBF, 0), 0);
-    const FullDisk fullDisk;
-    EXPECT_EQ(WriteFile(buffered, "ab", 2, nullptr, 0), 1);
-    EXPECT_EQ(CloseHandle(buffered), 0);
-    EXPECT_EQ(WriteFile(unbuffered, "ab", 2, nullptr, 0), 0);
-    EXPECT_EQ(CloseHandle(unbuffered), 1);
-}
-
 class FileStreamTest : public DiskTest {
 protected:
     /// Opens `file` on a new file of this content, for reading and writing.
@@ -129,14 +118,6 @@ TEST_F(FileStreamTest, SeekMovesFromStartPositionAndEnd) {
     EXPECT_EQ(file.Seek(-1, SEEK_SET), 4294967295) << "the failure";
 }
 
-TEST_F(FileStreamTest, ReadReturnsTheBytesThatWereLeft) {
-    Open("012345");
-    char bytes[] = "..........";
-    EXPECT_EQ(file.Read(bytes, 4), 4);
-    EXPECT_EQ(file.Read(bytes, 10), 2);
-    EXPECT_STREQ(bytes, "4523......");
-}
-
 TEST_F(FileStreamTest, ClosedStreamTakesNothing) {
     Open("");
     EXPECT_TRUE(file.Close());
@@ -148,14 +129,6 @@ TEST_F(FileStreamTest, ClosedStreamTakesNothing) {
     EXPECT_THAT([&] { file.Write("ab", 2); }, ThrowsTolvexException("Error writing to file"));
 }
 
-TEST_F(FileStreamTest, CopiesShareOneStreamThatDestructionLeavesOpen) {
-    Open("0123456789");
-    const std::unique_ptr<FlapFiles::CFileBase> clone(file.Clone());
-    EXPECT_EQ(clone->Seek(3, SEEK_SET), 3);
-    EXPECT_EQ(FlapFiles::CFile(file).Seek(1, SEEK_CUR), 4);
-    EXPECT_EQ(file.GetCurrentPosition(), 4);
-}
-
 TEST_F(FileStreamTest, FailedOpeningThrows) {
     const auto open = [this] { file.DoCreate(Path("no").c_str(), GENERIC_READ, 0, OPEN_EXISTING); };
     EXPECT_THAT(open, ThrowsTolvexException("Error opening file"));
@@ -163,27 +136,19 @@ TEST_F(FileStreamTest, FailedOpeningThrows) {
 }
 
 TEST_F(FileStreamTest, IntegersAreLittleEndian) {
-    Open("\xFE\xFF\xFF\xFF\x8\x7\x6\x5\x4\x3\x2\x1");
+    Open("");
+    file.WriteData(-2);
+    file.WriteData(0x0102030405060708LL);
+    EXPECT_TRUE(file.Flush());
+    EXPECT_EQ(Content(Path("f")), "\xFE\xFF\xFF\xFF\x8\x7\x6\x5\x4\x3\x2\x1");
+    file.Seek(0, SEEK_SET);
     int number = 0;
     long long longNumber = 0;
     file.ReadData(number);
     file.ReadData(longNumber);
     EXPECT_EQ(number, -2);
     EXPECT_EQ(longNumber, 0x0102030405060708);
-    file.Seek(0, SEEK_SET);
-    file.WriteData(longNumber);
-    file.WriteData(number);
-    EXPECT_TRUE(file.Close());
-    EXPECT_EQ(Content(Path("f")), "\x8\x7\x6\x5\x4\x3\x2\x1\xFE\xFF\xFF\xFF");
-}
-
-TEST_F(FileStreamTest, IntegerThatIsCutThrowsAndKeepsTheBytesThatCame) {
-    Open("\x2\x1");
-    int number = -1;
-    long long longNumber = 0;
     EXPECT_THAT([&] { file.ReadData(number); }, ThrowsTolvexException("Error reading data"));
-    EXPECT_EQ(number, static_cast<int>(0xFFFF0102));
-    EXPECT_THAT([&] { file.ReadData(longNumber); }, ThrowsTolvexException("Error reading data"));
 }
 
 struct StringCase {

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-// The file ".trash.db" as its format says, written and read without the library.
+// The file ".trash.db" as its format says, written without the library.
 
 constexpr long long day = 864'000'000'000;
 
@@ -34,26 +34,4 @@ inline std::string DatabaseBytes(const Entries& entries, int version = 2) {
         }
     }
     return bytes;
-}
-
-/// The entries of a file of version 2.
-inline Entries EntriesIn(const std::string& bytes) {
-    std::size_t position = 4;
-    const auto takeNumber = [&bytes, &position](auto value) {
-        bytes.copy(reinterpret_cast<char*>(&value), sizeof value, position);
-        position += sizeof value;
-        return value;
-    };
-    const auto takeString = [&bytes, &position, takeNumber] {
-        const auto size = static_cast<std::size_t>(takeNumber(0));
-        position += size;
-        return bytes.substr(position - size, size - 1);
-    };
-    Entries entries;
-    for (int count = takeNumber(0); count > 0; --count) {
-        const std::string path = takeString();
-        const long long added = takeNumber(0LL);
-        entries[path] = {added, takeString()};
-    }
-    return entries;
 }

@@ -3,59 +3,14 @@
 #include "tests/support/SafeFolder.h"
 #include "tests/support/Tree.h"
 
-#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <optional>
-#include <sys/resource.h>
 #include <sys/stat.h>
-
-/// Sets an environment variable, or unsets it if `value` is null, for as long as it lives.
-class EnvironmentVariable {
-public:
-    EnvironmentVariable(const char* variable, const char* value) : name(variable) {
-        if (const char* const current = std::getenv(name)) {
-            before = current;
-        }
-        Set(value);
-    }
-    ~EnvironmentVariable() { Set(before ? before->c_str() : nullptr); }
-
-private:
-    void Set(const char* value) const {
-        if (value != nullptr) {
-            setenv(name, value, 1);
-        } else {
-            unsetenv(name);
-        }
-    }
-
-    const char* const name;
-    std::optional<std::string> before;
-};
 
 /// While it lives, the process has an ordinary user's rights on files, so that permissions count when root runs tests.
 struct AsOrdinaryUser {
     AsOrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(65534) == 0); }
     ~AsOrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-};
-
-/// While it lives, no file of this process can be written, as on a full disk.
-class FullDisk {
-public:
-    FullDisk() {
-        std::signal(SIGXFSZ, SIG_IGN);
-        EXPECT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-        const rlimit none{0, before.rlim_max};
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
-    }
-    ~FullDisk() {
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-        std::signal(SIGXFSZ, SIG_DFL);
-    }
-
-private:
-    rlimit before{};
 };
 
 inline std::string Content(const std::string& path) {
@@ -92,6 +47,7 @@ struct DiskTest : testing::Test {
             MakeEmpty(path);
         }
         MakeEmpty(home + "/Library/Application Support");
+        setenv("TMPDIR", temporaryFolder.c_str(), 1);
         std::filesystem::current_path(workingFolder);
         openAtStart = CountOpenFiles();
     }

@@ -3,7 +3,6 @@
 #include "tests/Trash/TrashDatabase.h"
 #include "tests/support/DiskTest.h"
 #include <FrameworkBase/Trash/Trash.h>
-#include <FrameworkBase/Trash/TrashCleanup.h>
 
 #include <functional>
 #include <future>
@@ -78,22 +77,6 @@ TEST_F(TrashDBTest, KeepsRecordsThatCannotBeSaved) {
     EXPECT_EQ(database.files.size(), 1U);
 }
 
-TEST_F(TrashDBTest, AnswersForRecordedItemsOnly) {
-    TrashDB::DateTime added{7};
-    std::string origin = "unchanged";
-    database.InsertFile("a", "/o/a");
-    database.InsertFile("b", "/o/b");
-    database.DeleteFile("b");
-    EXPECT_FALSE(database.GetFileAdded("b", added));
-    EXPECT_FALSE(database.GetFileOriginalPath("b", origin));
-    EXPECT_EQ(added.ticks, 7);
-    EXPECT_EQ(origin, "unchanged");
-    EXPECT_TRUE(database.GetFileAdded("a", added));
-    EXPECT_TRUE(database.GetFileOriginalPath("a", origin));
-    EXPECT_NEAR(static_cast<double>(added.ticks), static_cast<double>(Now()), static_cast<double>(day) / 100);
-    EXPECT_EQ(origin, "/o/a");
-}
-
 TEST_F(TrashDBTest, EachCallTakesARecursiveLockAndLetsItGo) {
     MakeFile(".trash.db", DatabaseBytes({{"a", {1, "b"}}}));
     database.folder = folder;
@@ -128,16 +111,6 @@ TEST_F(TrashDBTest, TouchRenewsTheTimesAndNamesTheFilesAsTheirOrigins) {
     TouchFolder(folder);
     EXPECT_GE(trashDB.files.at(Path("x.wav")).first.ticks, before);
     EXPECT_EQ(trashDB.files.at(Path("x.wav")).second, "x.wav");
-}
-
-TEST_F(TrashDBTest, CleanupReturnsWhetherItDeletedSomething) {
-    const std::string trash = MakeFolder("trash");
-    MakeTree(trash, {{"stray", ""}});
-    EXPECT_FALSE(CleanupTrashFolder(trash, true)) << "a file that was not recorded";
-    EXPECT_TRUE(CleanupTrashFolder(trash, true)) << "a file";
-    EXPECT_FALSE(CleanupTrashFolder(trash, true)) << "nothing";
-    MakeFolder("trash/sub");
-    EXPECT_TRUE(CleanupTrashFolder(trash, true)) << "a folder";
 }
 
 } // namespace
