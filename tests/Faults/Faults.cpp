@@ -1,10 +1,8 @@
 #include "tests/Faults/Faults.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <dirent.h>
 #include <dlfcn.h>

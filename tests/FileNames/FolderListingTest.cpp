@@ -31,10 +31,8 @@ TEST_F(FolderListingTest, EnumeratorReturnsTheFilesFromTheLast) {
 }
 
 TEST_F(FolderListingTest, FolderWithAHiddenFileIsNotEmpty) {
-    MakeTree(folder, {{"empty/", ""}, {"file", ""}, {"dangling", "-> none"}, {"full/.h", ""}});
+    MakeTree(folder, {{"empty/", ""}, {"full/.h", ""}});
     EXPECT_TRUE(IsFolderEmpty(Path("empty")));
-    EXPECT_TRUE(IsFolderEmpty(Path("file")));
-    EXPECT_TRUE(IsFolderEmpty(Path("dangling")));
     EXPECT_TRUE(IsFolderEmpty(Path("missing")));
     EXPECT_FALSE(IsFolderEmpty(Path("full")));
     expectedOpenFiles = 1; // of the folder that is not empty
@@ -78,10 +76,4 @@ TEST_F(NewNameTest, OfAFolderHasTheLowestFreeNumberBeforeTheSuffix) {
     EXPECT_EQ(ComposeNewFolderAndCheckExists(Path("a"), ".x"), Path("a 1.x"));
     MakeFolder("a 1.x");
     EXPECT_EQ(ComposeNewFolderAndCheckExists(folder, "a", ".x"), Path("a 3.x"));
-}
-
-TEST_F(NewNameTest, MayBeThatOfADanglingLink) {
-    MakeTree(folder, {{"a", "-> none"}});
-    EXPECT_EQ(ComposeNewFilenameAndCheckExists(Path("a"), ""), Path("a"));
-    EXPECT_EQ(ComposeNewFolderAndCheckExists(Path("a"), ""), Path("a"));
 }

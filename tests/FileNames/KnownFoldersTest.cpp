@@ -2,7 +2,6 @@
 
 #include "tests/support/DiskTest.h"
 
-using namespace Tolvex;
 using namespace Tolvex::FileNames;
 
 using HomeFolderTest = DiskTest;
@@ -13,13 +12,6 @@ TEST_F(HomeFolderTest, IsCreatedWheneverItIsMissing) {
         EXPECT_EQ(std::filesystem::status(applicationFolder).permissions(), std::filesystem::perms(0755));
         EXPECT_TRUE(std::filesystem::remove(applicationFolder));
     }
-}
-
-TEST_F(HomeFolderTest, IsReturnedWhenItCannotBeCreated) {
-    std::filesystem::remove_all(home + "/Library");
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-    EXPECT_EQ(TreeOf(home), Tree()) << "no folder above is created";
-    MakeFolder(home + "/Library/Application Support");
 }
 
 class TemporaryFileTest : public DiskTest {
@@ -60,14 +52,3 @@ TEST_F(TemporaryFileTest, NameAloneLeavesNoFile) {
     EXPECT_EQ(TreeOf(folder), (Tree{{"tolvxtmp0.fld", "kept"}}));
 }
 
-TEST_F(TemporaryFileTest, UniqueNameIsNumberedFromOne) {
-    EXPECT_EQ(GetUniqueTempFilename("w"), Path("tolvex.w"));
-    MakeFile("tolvex.w");
-    EXPECT_EQ(GetUniqueTempFilename("w"), Path("tolvex1.w"));
-}
-
-TEST(ProgramFolderTest, IsThatOfTheExecutable) {
-    char buffer[1040] = {};
-    path_directory_programma(buffer, true);
-    EXPECT_EQ(GetModuleFilename().substr(0, GetModuleFilename().rfind('/')), buffer);
-}

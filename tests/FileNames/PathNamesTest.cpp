@@ -36,21 +36,6 @@ TEST_F(PathsOnDiskTest, AbsolutePathStartsAtTheBaseFolder) {
     EXPECT_EQ(GetAbsolutePath("none", ""), "none");
 }
 
-TEST_F(PathsOnDiskTest, RelativePathLeadsToTheResolvedFile) {
-    std::string file = Path("link/take.wav");
-    EXPECT_TRUE(GetPathRelativeToOtherFile(file, Path("song.sng"), file));
-    EXPECT_EQ(file, "real/take.wav");
-}
-
-TEST(SongFileTest, HasOneOfSevenExtensions) {
-    for (const std::string extension : {"sng", "sgw", "sngw", "txt", "edl", "aaf", "omf"}) {
-        EXPECT_TRUE(IsSongFile('.' + extension)) << extension;
-        EXPECT_FALSE(IsSongFile(extension)) << extension;
-        EXPECT_FALSE(IsSongFile("a." + extension + '/')) << extension;
-    }
-    EXPECT_FALSE(IsSongFile("a.tspl"));
-}
-
 using SongFolderTest = DiskTest;
 
 TEST_F(SongFolderTest, HoldsAReadableDatabase) {

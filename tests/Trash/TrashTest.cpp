@@ -80,15 +80,6 @@ TEST_F(PutBackTest, LosesAndForgetsAnItemWhoseFolderIsGone) {
     EXPECT_FALSE(CanPutBack(InTrash("take.wav")));
 }
 
-TEST_F(PutBackTest, FailsWithoutARecordedOrigin) {
-    MakeTree(trash, {{"a", ""}, {"b", ""}, {".trash.db", DatabaseBytes({{InTrash("a"), {1, ""}}})}});
-    for (const char* name : {"a", "b"}) {
-        EXPECT_FALSE(CanPutBack(InTrash(name))) << name;
-        EXPECT_FALSE(PutBack(InTrash(name))) << name;
-    }
-    EXPECT_EQ(Items(), (Tree{{"a", ""}, {"b", ""}}));
-}
-
 class CleanupTest : public TrashTest {
 protected:
     /// Runs the cleanup to its end.

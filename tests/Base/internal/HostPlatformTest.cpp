@@ -24,6 +24,15 @@ TEST(HostPlatformTest, ExecutablePathNeedsRoomForItsZeroByte) {
     EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(path.size()) + 1), 0);
 }
 
+TEST(HostPlatformTest, AThreadNeedsNoPreparation) {
+    testing::internal::CaptureStderr(); // where Foundation complains of objects that no pool will release
+    std::thread([] {
+        GetTemporaryFolder();
+        EXPECT_EQ(Utf8FromWide(WideFromUtf8("\xC3\xA9").data(), 1), "\xC3\xA9");
+    }).join();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 long long Calendar() {
     const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
     return sinceEpoch.count() / 100 + 116'444'736'000'000'000;

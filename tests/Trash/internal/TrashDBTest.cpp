@@ -70,13 +70,6 @@ TEST_F(TrashDBTest, LoadsTheRecordsBeforeTheDamage) {
     EXPECT_EQ(Loaded(), (Entries{{"a", {1, "one"}}})) << "cut in the second time";
 }
 
-TEST_F(TrashDBTest, KeepsRecordsThatCannotBeSaved) {
-    database.InsertFile("a", "/o/a");
-    database.Load(Path("missing"));
-    database.Unload();
-    EXPECT_EQ(database.files.size(), 1U);
-}
-
 TEST_F(TrashDBTest, EachCallTakesARecursiveLockAndLetsItGo) {
     MakeFile(".trash.db", DatabaseBytes({{"a", {1, "b"}}}));
     database.folder = folder;
