@@ -1,22 +1,20 @@
 #include "examples/safe-trash/SafeTrash.h"
 #include "tests/Faults/Faults.h"
+#include "tests/Trash/TrashDatabase.h"
+#include "tests/support/SafeFolder.h"
 #include "tests/support/Tree.h"
 #include <FrameworkBase/Trash/Trash.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <fstream>
 #include <functional>
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/ptrace.h>
-#include <sys/stat.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 // Every run is a process of its own, of an ordinary user, with files made for it. The library keeps records in memory
 // that it could not save; the next run must not have them.
@@ -25,108 +23,47 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uid_t ordinaryUser = 65534;
-
-/// A folder for this process, in which every run makes its own "home" and "files".
-fs::path sandbox;
+fs::path sandbox; ///< in which every run makes its own "home" and "files"
 
 struct SandboxEnvironment : testing::Environment {
     void SetUp() override {
-        std::string path = fs::temp_directory_path() / "safe-trash-XXXXXX";
-        ASSERT_NE(mkdtemp(path.data()), nullptr);
-        sandbox = path;
+        sandbox = MakeSafeFolder();
+        fs::permissions(sandbox.parent_path(), fs::perms::all);
         fs::permissions(sandbox, fs::perms::all);
         setenv("HOME", (sandbox / "home").c_str(), 1);
     }
-    void TearDown() override { fs::remove_all(sandbox); }
+    void TearDown() override { fs::remove_all(sandbox.parent_path()); }
 };
 const auto* const environment = testing::AddGlobalTestEnvironment(new SandboxEnvironment); // NOLINT
 
-/// The text of the file at `path`, or what the folder holds; nothing if there is nothing.
+/// What the file or the folder at `path` holds.
 Tree At(const fs::path& path) {
     if (is_directory(symlink_status(path))) {
         return TreeOf(path);
     }
     std::ifstream file(path);
-    return file.is_open() ? Tree{{"", {std::istreambuf_iterator<char>(file), {}}}} : Tree{};
+    return {{"", {std::istreambuf_iterator<char>(file), {}}}};
 }
 
 const Tree take{{"", "a take"}};
 const Tree audio{{"bass.wav", "a bass"}, {"old/", ""}, {"old/x", "x"}, {"empty/", ""}};
-const Tree otherFile{{"", "another"}};
-const Tree otherFolder{{"bass.wav", "another"}};
 
-/// What is done with which item.
-struct Case {
-    const char* name;
-    bool isPutBack;
-    const char* item; ///< its path in "files", before it is put into the trash
-    Tree whole;
-    const char* file;   ///< a file that is in the trash already, unrecorded
-    const char* folder; ///< a recorded folder
+std::string InFiles(const std::string& name) { return sandbox / "files" / name; }
 
-    friend void PrintTo(const Case& tested, std::ostream* out) { *out << tested.name; }
-};
+void MakeFiles() { MakeTree(sandbox / "files", {{"take.wav", "a take"}, {"other/take.wav", "another"}}); }
+void MakeFolders() { MakeTree(sandbox / "files/Audio", audio); }
 
-const Case cases[] = {{"PutFile", false, "take.wav", take, "a", "b"},
-                      {"PutFolder", false, "Audio", audio, "a", "b"},
-                      {"PutFileWithATakenName", false, "take.wav", take, "take.wav", "take1.wav"},
-                      {"PutFolderWithATakenName", false, "Audio", audio, "Audio", "Audio1"},
-                      {"PutBackFile", true, "take.wav", take, "a", "b"},
-                      {"PutBackFolder", true, "Audio", audio, "a", "b"},
-                      {"PutBackEmptyFolder", true, "Audio/empty", {}, "a", "b"}};
-
-/// The files of one run, which are made anew.
-class World {
-public:
-    explicit World(const Case& run) : tested(run), old(sandbox / "files" / run.item), before(old) {
-        fs::remove_all(sandbox / "home");
-        fs::remove_all(sandbox / "files");
-        fs::create_directory(sandbox / "home");
-        MakeTree(sandbox / "files/Audio", audio);
-        MakeTree(sandbox / "files/other" / tested.folder, otherFolder);
-        std::ofstream(sandbox / "files/take.wav") << "a take";
-        folder = SafeTrash::Put(sandbox / "files/other" / tested.folder).path;
-        file = Tolvex::FileNames::GetTrashFolderPath() + '/' + tested.file;
-        std::ofstream(file) << "another";
-        if (tested.isPutBack) {
-            before = SafeTrash::Put(old).path;
-        }
-    }
-
-    SafeTrash::Report Run() const { return tested.isPutBack ? SafeTrash::PutBack(before) : SafeTrash::Put(before); }
-
-    /// Expects the item whole at `where`, and the others in the trash, with their origins.
-    void ExpectAllWhole(const std::string& where) const {
-        EXPECT_EQ(At(where), tested.whole) << where;
-        EXPECT_TRUE(fs::exists(fs::symlink_status(where))) << where;
-        EXPECT_EQ(At(file), otherFile);
-        EXPECT_EQ(At(folder), otherFolder);
-        EXPECT_EQ(OriginOf(file), "");
-        EXPECT_EQ(OriginOf(folder), sandbox / "files/other" / tested.folder);
-    }
-
-    static std::string OriginOf(const std::string& path) {
-        const SafeTrash::Contents trash = SafeTrash::List();
-        EXPECT_EQ(trash.message, "");
-        for (const SafeTrash::Item& item : trash.items) {
-            if (item.path == path) {
-                return item.origin;
-            }
-        }
-        return "not in the trash";
-    }
-
-    const Case& tested;
-    const std::string old;
-    std::string before;
-    std::string file;
-    std::string folder;
-};
-
-enum Verdict : int { AsExpected, Unexpected, NotStruck };
+/// Begins with an empty home folder, an empty trash, and the files and folders.
+void MakeWorld() {
+    fs::remove_all(sandbox / "home");
+    fs::remove_all(sandbox / "files");
+    fs::create_directory(sandbox / "home");
+    MakeFiles();
+    MakeFolders();
+}
 
 void BecomeOrdinaryUser() {
+    constexpr uid_t ordinaryUser = 65534;
     if (geteuid() == 0) {
         ASSERT_EQ(setgroups(0, nullptr), 0);
         ASSERT_EQ(setgid(ordinaryUser), 0);
@@ -134,87 +71,205 @@ void BecomeOrdinaryUser() {
     }
 }
 
-/// Lets `run` happen in a process of its own, which becomes an ordinary user by itself.
+enum Verdict : int { AsExpected, Unexpected, NotStruck, Killed };
+
+/// Runs `run` in a process of its own.
 Verdict InProcess(const std::function<Verdict()>& run) {
     const pid_t child = fork();
     if (child == 0) {
         constexpr unsigned int secondsUntilItHangs = 30;
         alarm(secondsUntilItHangs);
-        const Verdict verdict = run();
+        Verdict verdict = Unexpected;
+        try {
+            verdict = run();
+        } catch (const std::exception& exception) {
+            ADD_FAILURE() << exception.what();
+        }
         std::cout.flush();
         _exit(testing::Test::HasFailure() ? Unexpected : verdict);
     }
     int status = 0;
     EXPECT_EQ(waitpid(child, &status, 0), child);
-    return WIFEXITED(status) ? static_cast<Verdict>(WEXITSTATUS(status)) : Unexpected;
+    if (WIFSIGNALED(status)) {
+        return WTERMSIG(status) == SIGKILL ? Killed : Unexpected;
+    }
+    return static_cast<Verdict>(WEXITSTATUS(status));
 }
 
-/// Lets each call that a run makes fail, alone and with all that follow, and prints how many there were.
-void StrikeEveryCall(const std::string& name, const std::function<Verdict(const Faults::Fault&)>& strike) {
-    constexpr int moreThanAllCalls = 2000;
+struct Case {
+    const char* name;
+    const char* item; ///< in "files"
+    Tree whole;
+    bool isPutBack;
+
+    friend void PrintTo(const Case& tested, std::ostream* out) { *out << tested.name; }
+};
+
+const Case cases[] = {{"PutFile", "take.wav", take, false},
+                      {"PutFolder", "Audio", audio, false},
+                      {"PutBackFile", "take.wav", take, true},
+                      {"PutBackFolder", "Audio", audio, true}};
+
+class SafeTrashTest : public testing::TestWithParam<Case> {
+protected:
+    /// Puts the item, or puts it back, with the fault. Another item of its name is in the trash already.
+    static Verdict Strike(const Faults::Fault& fault) {
+        SCOPED_TRACE("errno " + std::to_string(fault.error) + " at call " + std::to_string(fault.number));
+        BecomeOrdinaryUser();
+        MakeWorld();
+        const auto& [name, item, whole, isPutBack] = GetParam();
+        const std::string other = SafeTrash::Put(InFiles("other/take.wav")).path;
+        const std::string before = isPutBack ? SafeTrash::Put(InFiles(item)).path : InFiles(item);
+        SafeTrash::Report report;
+        const auto run = [&] { report = isPutBack ? SafeTrash::PutBack(before) : SafeTrash::Put(before); };
+        const Faults::Outcome outcome = Faults::Strike(fault, run);
+        EXPECT_EQ(At(report.path), whole) << report.path;
+        EXPECT_EQ(At(other), (Tree{{"", "another"}}));
+        EXPECT_TRUE(report.isDone || !report.message.empty());
+        EXPECT_TRUE(report.isDone || fault.onwards || report.path == before) << report.path;
+        if (outcome.hasStruck) {
+            return AsExpected;
+        }
+        EXPECT_TRUE(report.isDone);
+        EXPECT_FALSE(fs::exists(before));
+        return NotStruck;
+    }
+
+    static bool IsWholeSomewhere() {
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(sandbox)) {
+            if (At(entry.path()) == GetParam().whole) {
+                return true;
+            }
+        }
+        return false;
+    }
+};
+
+/// Lets each call of a run fail, alone and with all that follow, and kills the process in its place. Prints how often.
+void StrikeEveryCall(const char* name, const std::function<Verdict(const Faults::Fault&)>& strike,
+                     const std::function<bool()>& isWholeAfterwards) {
     int calls = 0;
     int losses = 0;
-    for (const int error : {ENOSPC, EIO, EXDEV, EMFILE, 0}) {
+    for (const int error : {ENOSPC, EIO, EXDEV, EMFILE, 0, Faults::killed}) {
         for (const bool onwards : {false, true}) {
             Verdict verdict = AsExpected;
-            for (int number = 1; verdict != NotStruck && number < moreThanAllCalls; ++number) {
-                verdict = InProcess([&] {
-                    SCOPED_TRACE("errno " + std::to_string(error) + " at call " + std::to_string(number));
-                    BecomeOrdinaryUser();
-                    return strike({number, error, onwards, false});
-                });
+            for (int number = 1; verdict != NotStruck; ++number) {
+                verdict = InProcess([&] { return strike({number, error, onwards}); });
                 calls += verdict == NotStruck ? 0 : 1;
-                losses += verdict == Unexpected ? 1 : 0;
+                losses += verdict == Unexpected || !isWholeAfterwards() ? 1 : 0;
             }
-            EXPECT_EQ(verdict, NotStruck);
         }
     }
     EXPECT_EQ(losses, 0);
     std::cout << name << ": " << calls << " failing calls, " << losses << " losses\n";
 }
 
-class SafeTrashFaultTest : public testing::TestWithParam<Case> {};
-
-TEST_P(SafeTrashFaultTest, KeepsEveryItemWholeWhicheverCallFails) {
-    StrikeEveryCall(GetParam().name, [](const Faults::Fault& fault) {
-        const World world(GetParam());
-        SafeTrash::Report report;
-        const Faults::Outcome outcome = Faults::Strike(fault, [&] { report = world.Run(); });
-        world.ExpectAllWhole(report.path);
-        if (!report.isDone) {
-            EXPECT_NE(report.message, "");
-        }
-        if (!report.isDone && !fault.onwards) {
-            EXPECT_EQ(report.path, world.before);
-        }
-        if (outcome.hasStruck) {
-            return AsExpected;
-        }
-        EXPECT_TRUE(report.isDone);
-        EXPECT_FALSE(fs::exists(world.before));
-        EXPECT_EQ(SafeTrash::List().items.size(), GetParam().isPutBack ? 2 : 3);
-        return NotStruck;
-    });
+TEST_P(SafeTrashTest, KeepsTheItemWholeWhicheverCallFails) {
+    StrikeEveryCall(GetParam().name, Strike, IsWholeSomewhere);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, SafeTrashFaultTest, testing::ValuesIn(cases),
+INSTANTIATE_TEST_SUITE_P(SafeTrash, SafeTrashTest, testing::ValuesIn(cases),
                          [](const auto& tested) { return tested.param.name; });
 
-/// Makes the record of the first item in the trash that of one that arrived in 1601.
-void LetItExpire(const std::string& path) {
-    std::fstream database(Tolvex::FileNames::GetTrashFolderPath() + "/.trash.db");
-    const auto place = static_cast<long>(12 + path.size() + 1); // version, count, and the key with length and zero
-    database.seekp(place).write("\1\0\0\0\0\0\0", 8);
+Verdict StrikePurge(const Faults::Fault& fault) {
+    BecomeOrdinaryUser();
+    MakeWorld();
+    const std::string due = SafeTrash::Put(InFiles("other/take.wav")).path;
+    const std::string fresh = SafeTrash::Put(InFiles("take.wav")).path;
+    const std::string folder = SafeTrash::Put(InFiles("Audio")).path;
+    const Entries entries = {{due, {1, "/o"}}, {fresh, {Now(), InFiles("take.wav")}}, {folder, {1, "/o"}}};
+    std::ofstream(Tolvex::FileNames::GetTrashFolderPath() + "/.trash.db") << DatabaseBytes(entries);
+    SafeTrash::Report report;
+    const Faults::Outcome outcome = Faults::Strike(fault, [&] { report = SafeTrash::Purge(false); });
+    EXPECT_EQ(At(fresh), take);
+    EXPECT_EQ(At(folder), audio);
+    EXPECT_TRUE(outcome.hasStruck || !fs::exists(due)) << report.message;
+    return outcome.hasStruck ? AsExpected : NotStruck;
 }
 
-TEST(SafeTrashPurgeTest, KeepsEveryItemThatIsNotDueWhicheverCallFails) {
-    StrikeEveryCall("Purge", [](const Faults::Fault& fault) {
-        World world({"", true, "Audio", audio, "b", "c"});
-        const std::string expired = SafeTrash::Put(sandbox / "files/Audio/.." / "take.wav").path;
-        std::ofstream(sandbox / "files/a") << "old";
-        const std::string due = SafeTrash::Put(sandbox / "files/a").path;
-        return NotStruck;
+TEST(SafeTrashPurgeTest, KeepsWhatIsNotDueWhicheverCallFails) {
+    StrikeEveryCall("Purge", StrikePurge, [] {
+        const fs::path trash = sandbox / "home/Library/Application Support/Tolvex Studio 10/Trash";
+        return At(trash / "take1.wav") == take && At(trash / "Audio") == audio;
     });
 }
+
+struct Trouble {
+    const char* name;
+    bool needsRoot;
+    void (*begin)();
+
+    friend void PrintTo(const Trouble& trouble, std::ostream* out) { *out << trouble.name; }
+};
+
+std::string TrashFolder() { return Tolvex::FileNames::GetTrashFolderPath(); }
+
+void MountAnotherVolume() { ASSERT_EQ(mount("none", InFiles("").c_str(), "tmpfs", 0, "mode=777"), 0); }
+void MountTheSameDisk() { ASSERT_EQ(mount(InFiles("").c_str(), InFiles("").c_str(), nullptr, MS_BIND, nullptr), 0); }
+void ForbidWriting() { fs::permissions(TrashFolder(), fs::perms::owner_read | fs::perms::owner_exec); }
+
+void ReplaceTheTrashByAFile() {
+    fs::rename(TrashFolder(), sandbox / "home/aside");
+    std::ofstream(TrashFolder()) << "a file";
+}
+
+void FillTheDisk() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit none{0, 0};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &none), 0);
+}
+
+const Trouble troubles[] = {{"FilesAreOnAnotherVolume", true, MountAnotherVolume},
+                            {"FilesAreOnAnotherMountOfTheSameDisk", true, MountTheSameDisk},
+                            {"TrashMayNotBeWritten", false, ForbidWriting},
+                            {"TrashIsAFile", false, ReplaceTheTrashByAFile},
+                            {"DiskIsFull", false, FillTheDisk}};
+
+class SafeTrashTroubleTest : public testing::TestWithParam<Trouble> {};
+
+Verdict PutFolder() {
+    BecomeOrdinaryUser();
+    MakeWorld();
+    EXPECT_TRUE(SafeTrash::Put(InFiles("Audio")).isDone);
+    return AsExpected;
+}
+
+Verdict PutFileAndPutFolderBack(const Trouble& trouble) {
+    BecomeOrdinaryUser();
+    MakeFiles();
+    if (!trouble.needsRoot) {
+        trouble.begin();
+    }
+    const SafeTrash::Report put = SafeTrash::Put(InFiles("take.wav"));
+    EXPECT_FALSE(put.isDone);
+    EXPECT_NE(put.message, "");
+    EXPECT_EQ(put.path, InFiles("take.wav"));
+    EXPECT_EQ(At(put.path), take);
+    if (fs::is_directory(TrashFolder())) {
+        const SafeTrash::Report back = SafeTrash::PutBack(TrashFolder() + "/Audio");
+        EXPECT_EQ(At(back.path), audio) << back.message;
+        fs::permissions(TrashFolder(), fs::perms::owner_all);
+    }
+    return AsExpected;
+}
+
+TEST_P(SafeTrashTroubleTest, IsReportedAndLeavesEveryItemWhole) {
+    if (GetParam().needsRoot && geteuid() != 0) {
+        GTEST_SKIP() << "only root can mount volumes";
+    }
+    ASSERT_EQ(InProcess(PutFolder), AsExpected);
+    const Verdict verdict = InProcess([] {
+        if (GetParam().needsRoot) {
+            EXPECT_EQ(unshare(CLONE_NEWNS), 0);
+            EXPECT_EQ(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+            GetParam().begin();
+        }
+        return InProcess([] { return PutFileAndPutFolderBack(GetParam()); });
+    });
+    EXPECT_EQ(verdict, AsExpected);
+}
+
+INSTANTIATE_TEST_SUITE_P(SafeTrash, SafeTrashTroubleTest, testing::ValuesIn(troubles),
+                         [](const auto& tested) { return tested.param.name; });
 
 } // namespace

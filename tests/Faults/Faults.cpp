@@ -1,6 +1,7 @@
 #include "tests/Faults/Faults.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
@@ -35,6 +36,9 @@ bool IsHit() {
 bool Fails() {
     if (current.error == 0 || !IsHit()) {
         return false;
+    }
+    if (current.error == Faults::killed) {
+        raise(SIGKILL);
     }
     errno = current.error;
     return true;

@@ -7,9 +7,12 @@
 // dynamic linker routes the shared library's calls through them.
 namespace Faults {
 
+constexpr int killed = -1;
+
 struct Fault {
     int number = 0;       ///< the call that fails, counted from 1; 0: none
     int error = 0;        ///< its errno; 0: reading and writing alone count, and half of the bytes are moved
+                          ///< killed: the process is killed in its place
     bool onwards = false; ///< whether all further calls fail too
 };
 
