@@ -34,9 +34,9 @@ TEST_F(ProcessesTest, ChildGetsItsArgumentsUnchangedAndTheWorkingDirectory) {
 }
 
 TEST_F(ProcessesTest, WaitLeavesTheEndOfAnotherChild) {
-    HANDLE first = Sleep("0");
+    const auto first = static_cast<pid_t>(reinterpret_cast<std::intptr_t>(Sleep("0")));
     EXPECT_TRUE(WaitForProcess(Sleep("0.1"), 20000));
-    EXPECT_TRUE(WaitForProcess(first, 20000));
+    EXPECT_EQ(waitpid(first, nullptr, 0), first);
 }
 
 TEST_F(ProcessesTest, WaitThatIsOverLeavesTheChildAtWork) {

@@ -90,8 +90,8 @@ TEST_F(FileStreamTest, SeekMovesFromStartPositionAndEnd) {
     EXPECT_EQ(file.Seek(2, SEEK_SET), 2);
     EXPECT_EQ(file.Seek(3, SEEK_CUR), 5);
     EXPECT_EQ(file.Seek(-4, SEEK_END), 6);
-    EXPECT_EQ(file.GetCurrentPosition(), 6);
     EXPECT_EQ(file.GetSizeLeft(), 4);
+    EXPECT_EQ(file.GetCurrentPosition(), 6);
     EXPECT_EQ(file.Seek(-1, SEEK_SET), 4294967295) << "the failure";
 }
 
