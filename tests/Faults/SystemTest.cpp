@@ -29,19 +29,15 @@ TEST_F(SystemTest, FoldersOfUnknownTypeCountAsFolders) {
     EXPECT_EQ(TreeOf(folder), (Tree{{"t/", ""}}));
 }
 
-struct WaitCase {
-    int timeout;
-    long long slept;
-};
-
 TEST_F(SystemTest, WaitIsRoundedUpToMultiplesOf200Milliseconds) {
     std::vector<std::string> arguments = {"sleep", "60"};
     HANDLE process = LaunchProcess("/bin/sleep", arguments);
     ASSERT_NE(process, nullptr);
-    for (const auto& [timeout, slept] : {WaitCase{-2, 200}, {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}}) {
+    for (const auto& [timeout, slept] :
+         {std::pair(-2, 200), {0, 200}, {199, 200}, {200, 400}, {201, 400}, {500, 600}}) {
         answers.slept = 0;
         EXPECT_FALSE(WaitForProcess(process, timeout));
-        EXPECT_EQ(answers.slept, slept * 1000) << timeout;
+        EXPECT_EQ(answers.slept, slept * 1000LL) << timeout;
     }
     kill(static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process)), SIGKILL);
     EXPECT_TRUE(WaitForProcess(process, -1));

@@ -27,15 +27,10 @@ TEST_F(CreateDirectoriesTest, NeitherCreatesNorLooksAtTheFirstComponent) {
 using CpTest = DiskTest;
 
 TEST_F(CpTest, CopiesAllBytesAndNoPermissions) {
-    for (const std::size_t size : {4095U, 4096U, 100001U}) {
-        std::string bytes(size, 'x');
-        bytes.back() = 'y';
-        const std::string to = Path("to" + std::to_string(size));
-        fs::permissions(MakeFile("from", bytes), fs::perms::owner_all);
-        EXPECT_EQ(cp(to.c_str(), Path("from").c_str()), 0);
-        EXPECT_TRUE(Content(to) == bytes) << size;
-        EXPECT_EQ(fs::status(to).permissions(), fs::perms(0644));
-    }
+    fs::permissions(MakeFile("from", std::string(100001, 'x')), fs::perms::owner_all);
+    EXPECT_EQ(cp(Path("to").c_str(), Path("from").c_str()), 0);
+    EXPECT_EQ(Content(Path("to")), std::string(100001, 'x'));
+    EXPECT_EQ(fs::status(Path("to")).permissions(), fs::perms(0644));
 }
 
 TEST_F(CpTest, ReportsInErrnoWhyItFailed) {

@@ -38,6 +38,11 @@ TEST_F(FolderListingTest, FolderWithAHiddenFileIsNotEmpty) {
     expectedOpenFiles = 1; // of the folder that is not empty
 }
 
+TEST_F(FolderListingTest, AvailableSpaceOfAMissingPathIsTheLargestNumber) {
+    EXPECT_EQ(GetAvailableSpace(Path("missing")), ~0ULL);
+    EXPECT_LT(GetAvailableSpace(folder), ~0ULL);
+}
+
 using PathQueryTest = DiskTest;
 
 TEST_F(PathQueryTest, TellsFoldersFromFilesThroughLinks) {

@@ -52,3 +52,16 @@ TEST_F(TemporaryFileTest, NameAloneLeavesNoFile) {
     EXPECT_EQ(TreeOf(folder), (Tree{{"tolvxtmp0.fld", "kept"}}));
 }
 
+TEST_F(TemporaryFileTest, IsInAFolderOfItsUserAloneWithoutTMPDIR) {
+    unsetenv("TMPDIR");
+    const std::string privateFolder = GetTempFolder();
+    EXPECT_EQ(privateFolder, "/tmp/tolvex-" + std::to_string(getuid()) + '/');
+    EXPECT_EQ(std::filesystem::status(privateFolder).permissions(), std::filesystem::perms::owner_all);
+    std::filesystem::remove(privateFolder);
+}
+
+TEST(ProgramFolderTest, IsThatOfTheExecutable) {
+    char buffer[1040] = {};
+    Tolvex::path_directory_programma(buffer, true);
+    EXPECT_EQ(GetModuleFilename().substr(0, GetModuleFilename().rfind('/')), buffer);
+}

@@ -55,4 +55,5 @@ TEST_F(ProcessesTest, ChildThatCannotStartTheProgramGetsTheNullHandle) {
     }
     EXPECT_TRUE(WaitForProcess(process, 20000));
     EXPECT_TRUE(std::filesystem::exists(Path("the child was here")));
+    EXPECT_FALSE(WaitForProcess(nullptr, 0));
 }

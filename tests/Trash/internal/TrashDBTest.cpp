@@ -97,13 +97,4 @@ TEST_F(TrashDBTest, EachCallTakesARecursiveLockAndLetsItGo) {
     }
 }
 
-TEST_F(TrashDBTest, TouchRenewsTheTimesAndNamesTheFilesAsTheirOrigins) {
-    MakeFile("x.wav");
-    trashDB.files[Path("x.wav")].second = "/o/x.wav";
-    const long long before = Now();
-    TouchFolder(folder);
-    EXPECT_GE(trashDB.files.at(Path("x.wav")).first.ticks, before);
-    EXPECT_EQ(trashDB.files.at(Path("x.wav")).second, "x.wav");
-}
-
 } // namespace
