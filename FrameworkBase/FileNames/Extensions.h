@@ -44,8 +44,8 @@ FRAMEWORKBASE_EXPORT int extension_change(char* name, char* ext);
 FRAMEWORKBASE_EXPORT std::string ExtensionChange(std::string name, std::string ext);
 
 /// Returns `name` unchanged if it has the extension already, and otherwise as ExtensionChange does. What is looked for
-/// is what follows the last dot of `ext`: "take.gz" has the extension ".tar.gz". Letter case is ignored, by the rules of
-/// the locale in force: that of ASCII in the C locale. A name shorter than the dot and the whole extension does not
+/// is what follows the last dot of `ext`: "take.gz" has the extension ".tar.gz". Letter case is ignored, by the rules
+/// of the locale in force: that of ASCII in the C locale. A name shorter than the dot and the whole extension does not
 /// have it; of a longer one the end is compared with the dot and the first 48 characters of the extension. `name` ends
 /// at its first zero byte for the test.
 ///
