@@ -6,7 +6,8 @@
 
 namespace Tolvex::Strings {
 
-/// @addtogroup strings Conversions between UTF-8 and wide strings of one code point per `wchar_t`. An overlong form, a
+/// @addtogroup strings
+/// Conversions between UTF-8 and wide strings of one code point per `wchar_t`. An overlong form, a
 /// surrogate, a value above U+10FFFF or a truncated sequence makes the whole result empty. A byte-order mark is an
 /// ordinary character. The only exception is `std::bad_alloc`. Callable from any thread.
 /// @{

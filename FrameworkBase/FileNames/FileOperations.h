@@ -7,7 +7,8 @@
 
 namespace Tolvex::FileNames {
 
-/// @addtogroup file_operations Functions that change the disk. Nothing is rolled back. A failed step is reported only
+/// @addtogroup file_operations
+/// Functions that change the disk. Nothing is rolled back. A failed step is reported only
 /// where a result is documented. New folders get mode 0777 and copied files mode 0666, less the umask; permissions,
 /// owners and times are not copied. A named pipe is copied like a file: if nobody writes to it, the copy waits without
 /// end. The only exception is `std::bad_alloc`. Callable from any thread; no operation is atomic unless it says so.

@@ -7,7 +7,8 @@
 
 namespace Tolvex {
 
-/// @addtogroup file_types The extensions that the workstation knows, without their dots. Every source file that
+/// @addtogroup file_types
+/// The extensions that the workstation knows, without their dots. Every source file that
 /// includes this header has its own copies: compare values, not addresses.
 /// @{
 

@@ -7,7 +7,8 @@
 
 namespace Tolvex::FileNames {
 
-/// @addtogroup listing Functions that look at the disk and do not change it. Listings hold bare names, hidden ones
+/// @addtogroup listing
+/// Functions that look at the disk and do not change it. Listings hold bare names, hidden ones
 /// included and "." and ".." excluded, in the order in which the system delivers them. A link is listed as a file, also
 /// if it points to a folder. The only exception is `std::bad_alloc`. Callable from any thread.
 /// @{

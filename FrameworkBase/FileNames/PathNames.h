@@ -7,7 +7,8 @@
 
 namespace Tolvex::FileNames {
 
-/// @addtogroup paths Functions from strings to strings. A path is a sequence of bytes, UTF-8 by custom, and never
+/// @addtogroup paths
+/// Functions from strings to strings. A path is a sequence of bytes, UTF-8 by custom, and never
 /// converted or checked. Only NormalizePath looks at the disk. Letter case always counts. The separator is "/"; a
 /// backslash is an ordinary character unless a function says otherwise. The only exception is `std::bad_alloc`.
 /// Callable from any thread.

@@ -13,8 +13,8 @@ namespace {
 
 using VarnelNative::Utility::DateTime;
 
-/// Starts `program` in a child that borrows the caller's memory until the program runs. Sets `failed` if the child could
-/// not start the program; it has ended then.
+/// Starts `program` in a child that borrows the caller's memory until the program runs. Sets `failed` if the child
+/// could not start the program; it has ended then.
 pid_t StartSharingMemory(const char* program, char* const* arguments, volatile bool& failed) {
     const pid_t child = vfork();
     if (child == 0) {

@@ -5,7 +5,8 @@
 
 #include <cstdio>
 
-/// @addtogroup handles Files in the shape of the Windows file API, over C streams: a handle is a `FILE*`. There is no
+/// @addtogroup handles
+/// Files in the shape of the Windows file API, over C streams: a handle is a `FILE*`. There is no
 /// `ReadFile`; callers use `fread`.
 /// @{
 

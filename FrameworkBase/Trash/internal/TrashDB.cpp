@@ -57,8 +57,8 @@ public:
     }
 
 private:
-    /// Returns false if nothing could be read, and once after each short block: the field that reaches beyond the end of
-    /// the file, or an error, is cut there, and the next field tries again.
+    /// Returns false if nothing could be read, and once after each short block: the field that reaches beyond the end
+    /// of the file, or an error, is cut there, and the next field tries again.
     bool ReadBlock() {
         if (std::exchange(blockWasShort, false)) {
             return false;
@@ -77,9 +77,9 @@ private:
     bool blockWasShort = false;
 };
 
-/// Writes a database file. The fields of a record are written to the stream at once, or in a few pieces that are smaller
-/// than its block: so the disk gets the same bytes, and errors show at the same places, as if each field were written by
-/// itself. The destructor does not close the file.
+/// Writes a database file. The fields of a record are written to the stream at once, or in a few pieces that are
+/// smaller than its block: so the disk gets the same bytes, and errors show at the same places, as if each field were
+/// written by itself. The destructor does not close the file.
 class RecordWriter {
 public:
     explicit RecordWriter(const std::string& path) {
