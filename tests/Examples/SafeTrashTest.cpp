@@ -117,13 +117,13 @@ protected:
         SCOPED_TRACE("errno " + std::to_string(fault.error) + " at call " + std::to_string(fault.number));
         BecomeOrdinaryUser();
         MakeWorld();
-        const auto& [name, item, whole, isPutBack] = GetParam();
+        const Case& tested = GetParam();
         const std::string other = SafeTrash::Put(InFiles("other/take.wav")).path;
-        const std::string before = isPutBack ? SafeTrash::Put(InFiles(item)).path : InFiles(item);
+        const std::string before = tested.isPutBack ? SafeTrash::Put(InFiles(tested.item)).path : InFiles(tested.item);
         SafeTrash::Report report;
-        const auto run = [&] { report = isPutBack ? SafeTrash::PutBack(before) : SafeTrash::Put(before); };
+        const auto run = [&] { report = tested.isPutBack ? SafeTrash::PutBack(before) : SafeTrash::Put(before); };
         const Faults::Outcome outcome = Faults::Strike(fault, run);
-        EXPECT_EQ(At(report.path), whole) << report.path;
+        EXPECT_EQ(At(report.path), tested.whole) << report.path;
         EXPECT_EQ(At(other), (Tree{{"", "another"}}));
         EXPECT_TRUE(report.isDone || !report.message.empty());
         EXPECT_TRUE(report.isDone || fault.onwards || report.path == before) << report.path;
