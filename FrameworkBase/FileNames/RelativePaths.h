@@ -42,11 +42,12 @@ namespace Tolvex::FileNames {
 /// @addtogroup relative_paths
 /// @{
 
-/// `path` made absolute against `baseFolder`, or against the working directory when that is null, as
-/// GetAbsoluteFromRelativePath does it, and then normalised by NormalizePath. The ".." in front of a relative path
-/// are resolved first, without a look at the disk, even where the base is a link; the rest is resolved when the whole
-/// exists. Without a base a relative path stays relative. Only a
-/// leading "/" makes a path absolute: convert Windows forms with ConvertPathToLocalSystem first.
+/// Returns `path` made absolute and normalised. A path that does not begin with "/" is first appended to `baseFolder`,
+/// or to the working directory if that is null, as GetAbsoluteFromRelativePath does it: backslashes in both become "/",
+/// and each ".." at the front of `path` removes a component of the base without a look at the disk, even where the base
+/// is a link. If `baseFolder` is empty, or the working directory cannot be determined, nothing is prepended.
+/// NormalizePath then resolves the result, if it exists, against the working directory. Only a leading "/" makes a path
+/// absolute: convert Windows forms with ConvertPathToLocalSystem first.
 ///
 ///     On the disk:
 ///     ("", any)               => ""
@@ -55,19 +56,28 @@ namespace Tolvex::FileNames {
 ///     ("../b", "/new/song")   => "/new/b"              while nothing exists there
 ///     ("a.wav", "")           => "a.wav"               or resolved, if it exists
 ///
-/// Callable from any thread; the working directory is the process's, see TolvexSetCurrentDirectory.
+/// Callable from any thread. The working directory is the process's: see TolvexSetCurrentDirectory.
 FRAMEWORKBASE_EXPORT std::string GetAbsolutePath(std::string path, const char* baseFolder);
 
 /// Expresses `file` relative to the folder of `referenceFile`, as a song refers to its takes, and stores it in `out`,
-/// which may be one of the other two. False, with `out` untouched, when their folders have no first component in
-/// common: "/song.sng" and "/take.wav" have none at all. A relative `file` is taken from `referenceFile` itself, not
-/// from its folder. `file` is normalised, `referenceFile` is not: pass it normalised. The file's name is what follows
-/// the last "/": a backslash is part of it.
+/// which may be one of the other two. Returns false, and leaves `out` unchanged, if their folders have no first
+/// component in common: "/song.sng" and "/take.wav" have none at all.
+///
+/// A relative `file` is taken from `referenceFile` itself, not from its folder, and its backslashes become "/". In an
+/// absolute one a backslash is an ordinary character of the file's name.
+///
+/// `file` is normalised if it exists; `referenceFile` is not: pass it normalised. A doubled "/" in a path that is not
+/// normalised LOSES THE FOLDERS BEHIND IT, or adds one. Folder names that differ in letter case alone count as the
+/// same, so on a volume that keeps them apart the result may name another file.
 ///
 ///     ("/s/a/song.sng", "/s/a/take.wav")       => "take.wav", true
 ///     ("/s/a/song.sng", "/s/a/Audio/take.wav") => "Audio/take.wav", true
 ///     ("/s/a/song.sng", "/s/b/take.wav")       => "../b/take.wav", true
 ///     ("/s/a/song.sng", "/Volumes/d/take.wav") => "", false
+///     ("/s/a/song.sng", "/S/A/take.wav")       => "take.wav", true
+///     ("/s/a/song.sng", "/s/a//Audio/new.wav") => "new.wav", true
+///     ("/s//a/song.sng", "/s/a/new.wav")       => "a/new.wav", true
+///     ("/s/a/song.sng", "x\\y.wav")            => "song.sng/x/y.wav", true
 FRAMEWORKBASE_EXPORT bool GetPathRelativeToOtherFile(std::string& out, const std::string& referenceFile,
                                                      const std::string& file);
 
