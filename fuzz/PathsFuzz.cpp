@@ -6,110 +6,80 @@
 #include <FrameworkBase/FileNames/internal/PathComponents.h>
 
 #include <algorithm>
-#include <cstring>
-#include <strings.h>
 #include <vector>
 
-// The input is texts with a byte FF between them. What every pair gives is compared with the plainest of means.
+// The input is strings with a byte FF between them. Every pair of them has to keep these laws.
 
 namespace {
 
 using namespace Tolvex::FileNames;
 
-void CheckFolders(const std::string& path, const std::string& text) {
-    const std::string name = GetFilenameWithoutPath(path);
-    Require(GetPathWithoutFilename(path) + name == path.c_str(), "folder + file name = path");
-    Require(GetFilenameWithoutPath(std::wstring(path.begin(), path.end())) == std::wstring(name.begin(), name.end()),
-            "wide paths too");
-    Require(path_rimuovifilename(path) == path.substr(0, path.rfind('/') + 1), "cut behind the last slash");
-    Require(GetFolderPathFromFilename(path) == path.substr(0, path.find_last_of("/\\")), "cut at the last separator");
-    std::string same = path;
-    Require(GetPathRoot(same) + NormalizePathCase(path) == path + path, "as it is");
-    const std::string separated = path.empty() || path.back() == '/' ? path : path + '/';
-    Require(CheckFolderHasSeparator(path) == separated, "one separator is enough");
-    Require(IsPathBelow(text, path) == (text.substr(0, separated.size()) == separated), "below it");
-    Require(CompareNormalizedPaths(path, text) == (path == text), "compared as they are");
-    Require(ComposePath(path, text) == separated + text, "composed with one separator");
-    const bool hasDrive = path.size() >= 3 && path.compare(1, 2, ":\\") == 0;
-    std::string local = path.substr(hasDrive ? 2 : 0);
-    std::replace(local.begin(), local.end(), '\\', '/');
-    Require(ConvertPathToLocalSystem(path) == local, "nothing but a drive is dropped, and no backslash is left");
-    const std::vector<char> shell = GetShellString(path);
-    Require(std::string(shell.begin(), shell.end()) == path + std::string(2, '\0'), "two zeros are added");
-    Require(GetShellWString(path).size() == path.size() + 2, "to wide ones too");
-    Require(NormalizePath(NormalizePath(path)) == NormalizePath(path), "a normal path stays");
+void CheckPathNames(const std::string& path, const std::string& name) {
+    Require(GetPathWithoutFilename(path) + GetFilenameWithoutPath(path) == path.c_str(), "folder + file name = path");
+    const std::string separated = CheckFolderHasSeparator(path);
+    Require(CheckFolderHasSeparator(separated) == separated, "one separator is enough");
+    Require(ComposePath(path, name) == separated + name, "a composed path is folder + separator + name");
+    Require(path.empty() || IsPathBelow(ComposePath(path, name), path), "a composed path is below its folder");
+    const std::string normal = NormalizePath(path);
+    Require(NormalizePath(normal) == normal, "a normal path is normalised to itself");
 }
 
-void CheckExtensions(const std::string& name, const std::string& text) {
-    const std::size_t dot = name.rfind('.');
-    const bool isInName = dot != std::string::npos && name.find('/', dot) == std::string::npos;
-    const std::string stem = isInName ? name.substr(0, dot) : name;
-    const std::string extension = isInName ? name.substr(dot) : name;
+void CheckExtensions(const std::string& name, const std::string& extension) {
+    const std::string stem = RemoveExtension(name);
     std::string copy = name;
-    Require(GetExtension(copy) == extension, "from the last dot of the file name on, or all of it");
-    Require(RemoveExtension(name) == stem && ExtensionChange(name, text) == stem + text, "changed from there on");
-    Require(AppendStringBeforeExtension(name, text) == stem + text + extension, "the text comes before the extension");
-    Require(GetFilenameWithoutExtension(name) == name.substr(0, dot), "cut at any dot");
-    Require(HasExtension(name) == (dot != std::string::npos), "which any dot is");
-    const bool isForced = ForceExtension(name, text) != name;
-    Require(ForceExtension(name, text) == (isForced ? stem + text : name), "forced: kept or replaced");
-    Require(CheckAppendExtension(name, text) == (isForced ? name + text : name) || stem + text == name, "or appended");
+    const std::string removed = GetExtension(copy);
+    Require(stem == name || stem + removed == name, "stem + extension = name");
+    Require(ExtensionChange(name, extension) == stem + extension, "a changed name is stem + new extension");
+    const std::string appended = AppendStringBeforeExtension(name, extension);
+    Require(appended == stem + extension + removed, "a string comes between stem and extension");
     std::vector<char> buffer = GetShellString(name.c_str());
-    std::string ending = text.c_str();
-    const std::string changed = GetFilenameWithoutExtension(buffer.data()) + '.' + ending;
-    buffer.resize(std::max(buffer.size(), changed.size() + 1)); // to the byte, so that no write passes the end unseen
-    Require(extension_change(buffer.data(), ending.data()) == 1, "said to be changed in place");
-    Require(buffer.data() == changed, "and changed");
+    std::string ending = extension.c_str();
+    buffer.resize(buffer.size() + ending.size()); // enough, so that sanitizers see what is written behind
+    Require(extension_change(buffer.data(), ending.data()) == 1, "an extension is always changed");
+    Require(buffer.data() == GetFilenameWithoutExtension(std::string(name.c_str())) + '.' + ending,
+            "an extension is changed in place behind the last dot");
 }
 
-/// All texts between separators, less one empty text at either end.
-std::vector<std::string> Components(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    std::vector<std::string> components;
-    for (std::size_t start = !path.empty() && path[0] == '/' ? 1 : 0; start < path.size();) {
-        const std::size_t end = std::min(path.find('/', start), path.size());
-        components.push_back(path.substr(start, end - start));
-        components.back().resize(end == path.size() ? std::strlen(components.back().c_str()) : end - start);
-        start = end + 1;
-    }
-    return components;
+bool IsPlain(const std::vector<std::string>& components) {
+    return std::none_of(components.begin(), components.end(), [](const std::string& component) {
+        const bool hasZeroByte = component.find('\0') != std::string::npos;
+        return component.empty() || component == "." || component == ".." || hasZeroByte;
+    });
 }
 
 void CheckRelativePaths(const std::string& target, const std::string& base) {
-    std::vector<std::string> parts;
-    SplitPath(target, parts);
-    const std::vector<std::string> to = Components(target);
-    const std::vector<std::string> from = Components(base);
-    Require(parts == to, "split into its components");
-    Require(SameComponent(target, base) == (strcasecmp(target.c_str(), base.c_str()) == 0), "in any letter case");
-    std::size_t same = 0;
-    while (same < std::min(to.size(), from.size()) && strcasecmp(to[same].c_str(), from[same].c_str()) == 0) {
-        ++same;
+    bool hasNothingInCommon = false;
+    Require(GetRelativePath(target, target, hasNothingInCommon).empty(), "a path leads to itself by the empty string");
+    std::vector<std::string> targetComponents;
+    std::vector<std::string> baseComponents;
+    SplitPath(target, targetComponents);
+    SplitPath(base, baseComponents);
+    if (!IsPlain(targetComponents) || !IsPlain(baseComponents)) {
+        return;
     }
-    std::string relative;
-    for (std::size_t i = same; i < from.size() && !from[i].empty(); ++i) {
-        relative += "../";
-    }
-    for (std::size_t i = same; i < to.size() && !to[i].empty(); ++i) {
-        relative += to[i] + '/';
-    }
-    for (bool nothingShared : {false, true}) {
-        Require(GetRelativePath(target, base, nothingShared) == relative, "up to what is shared, and down again");
-        Require(nothingShared == (same == 0), "told when nothing is");
-    }
+    const std::string relative = GetRelativePath(target, base, hasNothingInCommon);
+    std::vector<std::string> reached;
+    SplitPath(GetAbsoluteFromRelativePath(base, relative), reached);
+    Require(reached.size() == targetComponents.size(), "a relative path leads from the base to the target");
+    Require(std::equal(reached.begin(), reached.end(), targetComponents.begin(), SameComponent),
+            "a relative path leads through the components of the target");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size) {
-    std::vector<std::string> texts(1);
+    std::vector<std::string> strings(1);
     for (const auto* byte = data; byte != data + size; ++byte) {
-        *byte == 0xFF ? texts.emplace_back() : texts.back() += static_cast<char>(*byte);
+        if (*byte == 0xFF) {
+            strings.emplace_back();
+        } else {
+            strings.back() += static_cast<char>(*byte);
+        }
     }
-    texts.resize(std::clamp<std::size_t>(texts.size(), 2, 64));
-    for (const std::string& one : texts) {
-        for (const std::string& other : texts) {
-            CheckFolders(one, other);
+    strings.resize(std::clamp<std::size_t>(strings.size(), 2, 64));
+    for (const std::string& one : strings) {
+        for (const std::string& other : strings) {
+            CheckPathNames(one, other);
             CheckExtensions(one, other);
             CheckRelativePaths(one, other);
         }

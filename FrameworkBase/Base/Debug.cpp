@@ -21,7 +21,7 @@ void TraceRelease(const char* format, ...) {
     std::unique_ptr<char[]> buffer;
     int length = -1;
     do {
-        buffer.reset(); // the smaller buffer goes before the larger one comes
+        buffer.reset(); // before the larger one is allocated
         buffer.reset(new char[size]);
         va_list arguments;
         va_start(arguments, format);

@@ -5,14 +5,14 @@
 #include <string>
 
 /// @addtogroup diagnostics
-/// Diagnostics go to the standard error stream. No lock is taken: lines written from several threads may interleave,
-/// and the text of a trace and its line ends may be parted. Errors of the stream are ignored.
+/// Diagnostics are written to the standard error stream. There is no lock: lines written by several threads may
+/// interleave, also within a trace. Errors of the stream are ignored.
 /// @{
 
 /// The window type of the application's assertion boxes. The library never defines it.
 class WindowImpl;
 
-/// Does nothing on this platform: the pointer, null or not, is neither kept nor called.
+/// Does nothing on this platform. The pointer may be null.
 FRAMEWORKBASE_EXPORT void SetMessageBoxAssertLink(int (*messageBox)(WindowImpl* owner, const char* text,
                                                                     const char* caption, unsigned int style));
 
@@ -23,27 +23,26 @@ namespace Tolvex::Debug {
 /// @addtogroup diagnostics
 /// @{
 
-/// Ends the process at once by `abort`, without a message.
+/// Ends the process by `abort`, without a message.
 [[noreturn]] FRAMEWORKBASE_EXPORT void DebugBreak();
 
-/// Writes `str`, a zero-terminated text that must not be null, and one line end to `std::cerr` and flushes it. The
-/// stream's field width applies to the text.
+/// Writes the zero-terminated string `str`, which must not be null, and a line feed to `std::cerr`, and flushes it. The
+/// field width of the stream applies to the string.
 ///
 ///     ""      => "\n"
 ///     "a"     => "a\n"
 ///     "a\n"   => "a\n\n"
 FRAMEWORKBASE_EXPORT void OutputDebugString(const char* str);
 
-/// Formats as `printf` does and writes the text, then an empty line, through OutputDebugString: three line ends
-/// follow the text, so consecutive traces stand two empty lines apart. The text is cut after 20479 bytes.
+/// Formats as `printf` does and writes the result, cut to 20479 bytes, and three line feeds to `std::cerr`.
 ///
 ///     ("%d", 5)          => "5\n\n\n"
 ///     ("take\n")         => "take\n\n\n\n"
 ///     ("%s", 30000 'x')  => 20479 'x', "\n\n\n"
 ///
-/// It is active in release builds, and every call allocates a buffer and flushes the stream: not for hot paths. A
-/// text that can never be formatted (a wide character without a form in the locale) is tried with ever larger
-/// buffers until `std::bad_alloc` is thrown.
+/// Release builds trace, too. Each call allocates a buffer and flushes the stream: do not call it in hot paths. A
+/// string that cannot be formatted, because of a wide character that the locale does not have, is tried with ever
+/// larger buffers until `std::bad_alloc` is thrown.
 FRAMEWORKBASE_EXPORT void TraceRelease(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Does nothing on this platform.

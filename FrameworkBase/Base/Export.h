@@ -1,4 +1,4 @@
 #pragma once
 
-/// Marks what other modules may call. Everything without it stays inside the library.
+/// Marks what other modules may call. All other names stay inside the library.
 #define FRAMEWORKBASE_EXPORT __attribute__((visibility("default")))

@@ -1,6 +1,6 @@
 #include <FrameworkBase/Base/Platform.h>
 
-// Constructed at load in this order: pathFolderOverride, then threadsJoinToken.
+// Constructed in this order when the library is loaded: pathFolderOverride, then threadsJoinToken.
 namespace Tolvex {
 std::string pathFolderOverride;
 namespace Threading {

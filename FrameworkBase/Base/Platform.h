@@ -12,40 +12,41 @@
 #endif
 
 /// @addtogroup runtime
-/// What the application sets once for all of its modules, and what it can ask about where it runs.
+/// Variables that the application sets once for all of its modules, and functions that say where it runs.
 ///
-/// The variables are plain: the application that sets one while other threads read it orders those accesses itself. The
-/// library reads `Tolvex::pathFolderOverride` and `TolvexDip` only.
+/// The variables are plain: an application that sets one while other threads read it synchronises them itself. The
+/// library reads only `Tolvex::pathFolderOverride` and `TolvexDip`.
 /// @{
 
 #ifndef __APPLE__
-/// The operating system's work group; opaque here.
+/// A work group of the operating system; opaque here.
 struct os_workgroup_s;
 /// A pointer to a work group.
 using os_workgroup_t = os_workgroup_s*;
-/// What a thread keeps to leave a work group again; opaque here.
+/// The token by which a thread leaves a work group; opaque here.
 struct os_workgroup_join_token_opaque_s;
 #endif
 
-/// Identifies an open file (its C stream), a child process (the process id, sign-extended, in the pointer's bits) or
-/// a thread. Null means that there is none.
+/// Identifies an open file (its C stream), a child process (its id, sign-extended, in the bits of the pointer) or a
+/// thread. Null stands for none.
 using HANDLE = std::FILE*;
 
 extern "C" {
 
-/// The user-interface scale factor; 1.0 at load. See GetUIScaleFactor and SetUIScaleFactor.
+/// The scale factor of the user interface, 1.0 when the library is loaded. See GetUIScaleFactor and SetUIScaleFactor.
 FRAMEWORKBASE_EXPORT extern float TolvexDip;
 
-/// Not 0 while automated tests run. Set by the application, 0 at load.
+/// Not 0 while automated tests run. Set by the application; 0 when the library is loaded.
 FRAMEWORKBASE_EXPORT extern int testsRunning;
 
-/// Not 0 during stress runs. Set by the application, 0 at load.
+/// Not 0 during stress tests. Set by the application; 0 when the library is loaded.
 FRAMEWORKBASE_EXPORT extern int isDoingStressTest;
 
-/// The audio device's real-time work group, for the application's audio threads to join. Null at load.
+/// The real-time work group of the audio device, which the application's audio threads join. Null when the library is
+/// loaded.
 FRAMEWORKBASE_EXPORT extern os_workgroup_t audioDevWorkgroup;
 
-/// The token that each thread which joined `audioDevWorkgroup` needs to leave it again. Empty at load.
+/// The tokens by which the threads that have joined `audioDevWorkgroup` leave it. Empty when the library is loaded.
 FRAMEWORKBASE_EXPORT extern std::map<HANDLE, os_workgroup_join_token_opaque_s*> threadsJoinToken;
 }
 
@@ -56,7 +57,7 @@ namespace Tolvex {
 /// @addtogroup runtime
 /// @{
 
-/// When not empty, the program folder that path_directory_programma reports. Set it before asking. Empty at load.
+/// The program folder that path_directory_programma reports, unless this is empty. Empty when the library is loaded.
 FRAMEWORKBASE_EXPORT extern std::string pathFolderOverride;
 
 /// @}
@@ -66,7 +67,7 @@ namespace Threading {
 /// @addtogroup runtime
 /// @{
 
-/// The id of the application's main thread, set by the application; 0 at load.
+/// The id of the application's main thread. Set by the application; 0 when the library is loaded.
 FRAMEWORKBASE_EXPORT extern std::uint64_t mainThreadId;
 
 /// @}
@@ -77,16 +78,16 @@ FRAMEWORKBASE_EXPORT extern std::uint64_t mainThreadId;
 /// @addtogroup runtime
 /// @{
 
-/// Stores `factor` in `TolvexDip`, unchecked.
+/// Stores `factor` in `TolvexDip`. It is not checked.
 FRAMEWORKBASE_EXPORT void SetUIScaleFactor(float factor);
 
-/// The value of `TolvexDip`.
+/// Returns the value of `TolvexDip`.
 FRAMEWORKBASE_EXPORT float GetUIScaleFactor();
 
-/// Always "mac", on every system the library is built for: callers choose file layouts by it.
+/// Returns "mac", on every system: callers choose file layouts by it.
 FRAMEWORKBASE_EXPORT std::string GetPlatform();
 
-/// Always "desktop".
+/// Returns "desktop".
 FRAMEWORKBASE_EXPORT std::string GetPlatformType();
 
 /// @}

@@ -7,12 +7,12 @@
 namespace Tolvex::Strings {
 
 /// @addtogroup strings
-/// Conversions between UTF-8 and wide strings of one code point per `wchar_t`. Both are strict: overlong forms,
-/// surrogates, values above U+10FFFF and truncated sequences make the whole result empty. A byte-order mark is an
-/// ordinary character. No state; callable from any thread.
+/// Conversions between UTF-8 and wide strings of one code point per `wchar_t`. An overlong form, a
+/// surrogate, a value above U+10FFFF or a truncated sequence makes the whole result empty. A byte-order mark is an
+/// ordinary character. The only exception is `std::bad_alloc`. Callable from any thread.
 /// @{
 
-/// The wide form of a zero-terminated UTF-8 text, which must not be null.
+/// Converts a zero-terminated UTF-8 string, which must not be null, to a wide string.
 ///
 ///     ""           => L""
 ///     "\xC3\xA9"   => L"\u00E9"       one element, also for characters beyond U+FFFF
@@ -20,8 +20,8 @@ namespace Tolvex::Strings {
 ///     "\xED\xA0\x80" => L""           a surrogate
 FRAMEWORKBASE_EXPORT std::wstring wstringFromS(const char* text);
 
-/// The UTF-8 form of a zero-terminated wide text, which must not be null. Texts of 2000 characters or more are
-/// refused: the result is then empty.
+/// Converts a zero-terminated wide string, which must not be null, to UTF-8. A string of 2000 characters or more
+/// converts to the empty string. `text` must not be a constant, although it is not modified.
 ///
 ///     L""                  => ""
 ///     L"\u00E9"            => "\xC3\xA9"

@@ -13,7 +13,7 @@ namespace Tolvex::FileNames {
 
 namespace {
 
-/// Where the extension of the file name begins: its last dot, or the end of `name` when there is none.
+/// Returns the position of the last dot of the final component, or the size of `name` if there is none.
 std::size_t StemLength(const std::string& name) {
     for (std::size_t i = name.size(); i > 0 && name[i - 1] != '/'; --i) {
         if (name[i - 1] == '.') {
@@ -39,7 +39,7 @@ std::string GetExtensionWithoutDot(std::string name) {
     if (dot == std::string::npos) {
         return {};
     }
-    name.erase(0, std::min(dot + 1, name.size() - 1)); // a dot at the end stays
+    name.erase(0, std::min(dot + 1, name.size() - 1)); // a dot at the end is left
     return name;
 }
 

@@ -18,7 +18,7 @@ namespace Tolvex::FileNames {
 
 namespace {
 
-/// A descriptor that is closed at the end of its scope without touching `errno`.
+/// A descriptor that is closed at the end of its scope and leaves `errno` unchanged.
 class Descriptor {
 public:
     explicit Descriptor(int openNumber) : number(openNumber) {}
@@ -33,7 +33,7 @@ public:
     int Number() const { return number; }
     bool IsOpen() const { return number >= 0; }
 
-    /// Closes now. Whether that succeeded; the descriptor counts as closed either way.
+    /// Closes the descriptor now. Returns true on success; it counts as closed in either case.
     bool Close() {
         const int closing = number;
         number = -1;
@@ -135,7 +135,7 @@ void Rename(std::string from, std::string to) {
     if (isFolder) {
         CopyFolder(from, to);
         remove_dir_content(from.c_str(), 0);
-    } else if (!CopyFile(to, from, false, nullptr)) { // from new to old: the application relies on this order
+    } else if (!CopyFile(to, from, false, nullptr)) { // from new to old: applications rely on this order
         unlink(from.c_str());
     }
 }
@@ -157,8 +157,8 @@ void remove_dir_content(const char* folder, int depth) {
         if (IsDotOrDotDot(entry->d_name)) {
             continue;
         }
-        // Every step goes by the whole path, looked up anew: while the folder is moved, or a link in the path changes,
-        // by others, nothing is deleted but what stands below `folder` at that moment.
+        // Every step looks up the whole path anew: if another program moves the folder, or changes a link in the path,
+        // only what is below `folder` at that moment is deleted.
         std::array<char, 1040> child;
         std::snprintf(child.data(), child.size(), "%s/%s", folder, entry->d_name);
         const mode_t mode = ModeOf(child.data());

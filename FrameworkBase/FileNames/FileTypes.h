@@ -8,8 +8,8 @@
 namespace Tolvex {
 
 /// @addtogroup file_types
-/// The extensions that the workstation knows, without their dots. Every source file that includes this header has
-/// copies of its own.
+/// The extensions that the workstation knows, without their dots. Every source file that
+/// includes this header has its own copies: compare values, not addresses.
 /// @{
 
 const std::string FileExtensionSng = "sng";                 ///< song
@@ -106,17 +106,17 @@ namespace FileNames {
 /// @addtogroup file_types
 /// @{
 
-/// Whether `path`, up to its first zero byte, ends in a dot and one of "sng", "sgw", "sngw", "txt", "edl", "aaf" or
-/// "omf". Letter case is ignored, by the rules of the locale in force: that of ASCII in the C locale. The disk is not
-/// touched, and the path is not split: a folder of such a name counts too. Callable from any thread.
+/// Returns true if `path`, up to its first zero byte, ends in a dot and one of "sng", "sgw", "sngw", "txt", "edl",
+/// "aaf" or "omf". Letter case is ignored by the rules of the current locale. The disk is not touched: a folder of such
+/// a name counts, too. Callable from any thread.
 ///
 ///     "Mix.SNG"   => true      "take.wav"     => false
 ///     "notes.txt" => true      "a.dawproject" => false
 ///     ".sng"      => true      "sng"          => false
 FRAMEWORKBASE_EXPORT bool IsSongFile(std::string path);
 
-/// Whether "Tolvex.db" in `folder` can be opened for reading; a folder of that name can. False for the empty string.
-/// Callable from any thread.
+/// Returns true if "Tolvex.db" in `folder` can be opened for reading, as a folder of that name can. Returns false for
+/// the empty string. Callable from any thread.
 FRAMEWORKBASE_EXPORT bool IsSongFolder(std::string folder);
 
 /// @}

@@ -51,7 +51,7 @@ bool IsFolderEmpty(std::string folder) {
     }
     while (const dirent* const entry = readdir(stream.get())) {
         if (!IsDotOrDotDot(entry->d_name)) {
-            static_cast<void>(stream.release()); // left open on purpose, as the declaration tells callers
+            static_cast<void>(stream.release()); // left open on purpose, as the declaration says
             return false;
         }
     }

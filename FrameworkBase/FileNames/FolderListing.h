@@ -8,56 +8,58 @@
 namespace Tolvex::FileNames {
 
 /// @addtogroup listing
-/// Questions about the disk. Nothing here changes it or logs; nothing throws but a failed allocation. Listings hold
-/// bare names, hidden ones included, "." and ".." never, in the order in which the system delivers them. A link is
-/// listed as a file, also when it leads to a folder. Callable from any thread.
+/// Functions that look at the disk and do not change it. Listings hold bare names, hidden ones
+/// included and "." and ".." excluded, in the order in which the system delivers them. A link is listed as a file, also
+/// if it points to a folder. The only exception is `std::bad_alloc`. Callable from any thread.
 /// @{
 
-/// The names of the files in `folder`: all that are not folders. Empty when `folder` cannot be opened; an error while
-/// reading it ends the list early and is not told.
+/// Returns the names of the files in `folder`: of everything that is not a folder. Returns an empty list if `folder`
+/// cannot be opened. An error while reading ends the list early and is not reported.
 FRAMEWORKBASE_EXPORT std::vector<std::string> GetFolderFiles(std::string folder);
 
-/// The names of the folders in `folder`. Empty when it cannot be opened; ended early by an error while reading it.
+/// Returns the names of the folders in `folder`. Returns an empty list if `folder` cannot be opened. An error while
+/// reading ends the list early and is not reported.
 FRAMEWORKBASE_EXPORT std::vector<std::string> GetFolderSubfolders(std::string folder);
 
-/// The files of a folder one name a call, for callers in the C style.
+/// Delivers the files of a folder one name a call, for callers in the style of C.
 ///
-/// The first call passes a null `name`: it lists `folder`, stores a handle through `handle` and returns the number of
-/// names. Each further call takes the last name not yet delivered, copies it into `name` and returns how many are left;
-/// `folder` is not read. When none is left the call returns -1 and frees the handle, which must not be used again.
+/// The first call passes a null `name`. It lists `folder`, stores a handle in `handle` and returns the number of names.
+/// Each further call copies the last name not delivered yet into `name`, and returns how many are left; `folder` is
+/// ignored. If none is left, the call returns -1 and frees the handle, which must not be used again. A caller that
+/// stops earlier, even after a count of 0, leaks the listing.
 ///
-/// `size` is the room in `name`, at least 1. A name that does not fit with its terminating zero is cut to `size` bytes
-/// and left without one. A caller that stops before the -1 leaves the listing allocated; also after a count of 0 one
-/// more call is needed.
+/// `size` is the room in `name` in bytes, at least 1. A name that does not fit together with its zero byte is cut to
+/// `size` bytes and gets no zero byte.
 ///
 ///     On the disk:
 ///     files x, y:  null => 2,  then "y" => 1,  then "x" => 0,  then -1
 FRAMEWORKBASE_EXPORT int GetFolderFiles(char* folder, char* name, int size, void** handle);
 
-/// `path` itself.
+/// Returns `path` unchanged.
 FRAMEWORKBASE_EXPORT std::string FormatDirectory(std::string path);
 
-/// Whether `folder` holds nothing, hidden files included. True also when it cannot be opened: missing, a file, no
-/// permission. A folder that is not empty costs a descriptor that stays open for the rest of the process: not for
-/// loops.
+/// Returns true if `folder` holds nothing, hidden files included, and also if it cannot be opened. Each call on a
+/// non-empty folder leaks a descriptor; do not call it in loops.
 FRAMEWORKBASE_EXPORT bool IsFolderEmpty(std::string folder);
 
-/// Whether `path` exists, links followed. If so, `isFolder` becomes whether it is a folder; otherwise it stays.
+/// Returns true if `path` exists. Links are followed. Sets `isFolder` if `path` exists; otherwise leaves it unchanged.
 FRAMEWORKBASE_EXPORT bool CheckPathIsDirectory(std::string path, bool& isFolder);
 
-/// Whether `path` exists, whatever it is, links followed. Unlike opening it, this needs no permission to read it.
+/// Returns true if anything exists at `path`. Links are followed. No permission to read it is needed.
 FRAMEWORKBASE_EXPORT bool CheckFileExistsEvenIfNotAccessible(std::string path);
 
-/// Always false; `isSpecial` stays.
+/// Returns false, and leaves `isSpecial` unchanged.
 FRAMEWORKBASE_EXPORT bool IsSpecialFile(std::string path, bool& isSpecial);
 
-/// Always false, for links too.
+/// Returns false, also for links.
 FRAMEWORKBASE_EXPORT bool IsSymlink(std::string path);
 
-/// The blocks free for ordinary users on the volume of `path`, `f_bavail`, times `f_bsize`; all bits set when that
-/// cannot be told. These are the free bytes where `f_bsize` is also the unit that the system counts blocks in,
-/// `f_frsize`, as on most file systems of Linux. WHERE THE TWO DIFFER THE RESULT IS FAR TOO LARGE: 256 times on current
-/// macOS, where blocks are also counted in 32 bits.
+/// Returns the number of blocks that ordinary users may still use on the volume of `path`, `f_bavail`, times `f_bsize`.
+/// Returns a value with all bits set on failure.
+///
+/// The result is the number of free bytes if the system counts blocks in units of `f_bsize`, as most file systems of
+/// Linux do. It counts them in units of `f_frsize`: WHERE THE TWO DIFFER THE RESULT IS FAR TOO LARGE, by a factor of
+/// 256 on current macOS, where the number of blocks also has only 32 bits.
 FRAMEWORKBASE_EXPORT unsigned long long GetAvailableSpace(std::string path);
 
 /// @}

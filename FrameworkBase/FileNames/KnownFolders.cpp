@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::uint32_t pathBufferSize = 1040; // what callers of the buffer functions provide
 
-/// The home folder that the password database holds for the user; empty when it has none.
+/// Returns the home folder of the user in the password database, or the empty string if there is none.
 std::string GetHomeFolderFromPasswordDatabase() {
     std::vector<char> texts(1024);
     passwd entry{};
@@ -38,7 +38,7 @@ std::string ReadHomeFolder() {
     return home != nullptr ? home : GetHomeFolderFromPasswordDatabase();
 }
 
-/// Whether `path` opens with `mode`. The stream is closed again.
+/// Returns true if `path` can be opened with `mode`. Closes it again.
 bool OpensWithMode(const std::string& path, const char* mode) {
     std::FILE* const file = std::fopen(path.c_str(), mode);
     if (file == nullptr) {

@@ -14,7 +14,7 @@ namespace Tolvex::FileNames {
 
 namespace {
 
-/// Ends `text` at its first zero byte.
+/// Cuts `text` at its first zero byte.
 template <class Character>
 void EndAtZero(std::basic_string<Character>& text) {
     text.resize(std::char_traits<Character>::length(text.c_str()));
@@ -23,13 +23,13 @@ void EndAtZero(std::basic_string<Character>& text) {
 template <class Character>
 void KeepTextAfterLastSeparator(std::basic_string<Character>& path) {
     EndAtZero(path);
-    path.erase(0, path.rfind('/') + 1); // 0 when there is no separator
+    path.erase(0, path.rfind('/') + 1); // 0 if there is no separator
 }
 
 } // namespace
 
 std::string path_rimuovifilename(std::string path) {
-    path.resize(path.rfind('/') + 1); // 0 when there is no separator
+    path.resize(path.rfind('/') + 1); // 0 if there is no separator
     return path;
 }
 
@@ -76,14 +76,14 @@ std::string NormalizePath(std::string path) {
 
 std::string NormalizePathCase(std::string path) { return path; }
 
-// A rule in NormalizePathCase would have to be applied by the next two as well.
+// A rule in NormalizePathCase would have to be applied by the next two functions as well.
 bool CompareNormalizedPaths(std::string a, std::string b) { return a == b; }
 
 bool IsPathBelow(std::string path, std::string folder) {
     if (folder.empty()) {
         return true;
     }
-    // Without the separator at its end, which a folder need not have.
+    // Without the trailing separator, which a folder need not have.
     const std::size_t length = folder.back() == '/' ? folder.size() - 1 : folder.size();
     return path.size() > length && path[length] == '/' &&
            std::equal(folder.data(), folder.data() + length, path.data());

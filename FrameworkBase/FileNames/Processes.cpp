@@ -13,13 +13,13 @@ namespace {
 
 using VarnelNative::Utility::DateTime;
 
-/// Starts `program` in a child that borrows the caller's memory until it runs. Sets `failed` when the child was made
-/// but could not start the program; it has ended then.
+/// Starts `program` in a child that borrows the caller's memory until the program runs. Sets `failed` if the child
+/// could not start the program; it has ended then.
 pid_t StartSharingMemory(const char* program, char* const* arguments, volatile bool& failed) {
     const pid_t child = vfork();
     if (child == 0) {
         execv(program, arguments);
-        failed = true; // seen by the caller, whose memory this is
+        failed = true; // the caller sees it: the memory is shared
         _exit(127);
     }
     return child;
@@ -47,7 +47,7 @@ HANDLE LaunchProcess(std::string program, std::vector<std::string>& arguments) {
     volatile bool failed = false;
     pid_t child = StartSharingMemory(program.c_str(), argumentPointers.data(), failed);
     if (failed) {
-        // A child that shares the caller's stack must not return to the caller, so one with a stack of its own does.
+        // A child that shares the caller's stack must not return to the caller. One with its own stack may.
         while (waitpid(child, nullptr, 0) == -1 && errno == EINTR) {
         }
         child = fork();

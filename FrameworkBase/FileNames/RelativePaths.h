@@ -5,15 +5,15 @@
 #include <string>
 
 /// @addtogroup relative_paths
-/// GetRelativePath and GetAbsoluteFromRelativePath take "/" and a backslash for separators and compare components
-/// without regard to letter case, by the rules of the locale in force: that of ASCII in the C locale. A separator at
-/// the front is skipped; each further one ends a component, which is empty when nothing stands before it: "/" has none,
-/// "//" one, "a//b" three. The only exception is `std::bad_alloc`.
+/// GetRelativePath and GetAbsoluteFromRelativePath take "/" and a backslash for separators, and compare components
+/// without regard to letter case, by the rules of the current locale. A separator at the front is skipped; each further
+/// one ends a component, which is empty if nothing is before it: "/" has no component, "//" has one, "a//b" has three.
+/// The only exception is `std::bad_alloc`.
 /// @{
 
-/// The path that leads from the folder `base` to the folder `target`: a "../" for each component of `base` below the
+/// Returns the path from the folder `base` to the folder `target`: a "../" for each component of `base` below the
 /// common part, then the components of `target` below it, each followed by "/". Each of the two runs stops at the first
-/// empty component. `flag` becomes false when at least the first components are the same, and true otherwise, also when
+/// empty component. Sets `flag` to false if at least the first components are the same, and to true otherwise, also if
 /// one of the paths has no component; the result is meaningless then.
 ///
 ///     ("/s/a/Audio/", "/s/a/") => "Audio/", false      ("/s/b/", "/s/a/")    => "../b/", false
@@ -24,9 +24,9 @@
 /// Callable from any thread.
 FRAMEWORKBASE_EXPORT std::string GetRelativePath(const std::string& target, const std::string& base, bool& flag);
 
-/// The path that `relative` names as seen from the folder `base`, with "/" before every component and, unless the last
-/// one is empty, none at the end. Only ".." at the front of `relative` are resolved, and no further than to the root;
-/// all else is copied. A relative `base` counts as one from the root.
+/// Returns the path that `relative` names in the folder `base`, with "/" before every component. There is none at the
+/// end, unless the last component is empty. Only ".." at the front of `relative` are resolved, and no further than to
+/// the root; all else is copied. A relative `base` counts from the root.
 ///
 ///     ("/s/a", "../b/c.wav") => "/s/b/c.wav"     ("s/a", "c")    => "/s/a/c"
 ///     ("/s/a", "../../../c") => "/c"             ("/s/a/", "")   => "/s/a"

@@ -11,7 +11,7 @@ namespace Tolvex::FileNames {
 
 namespace {
 
-/// The first of `stem` `tail`, `stem` `gap` 1 `tail`, `stem` `gap` 2 `tail` ... for which `isTaken` is false.
+/// Returns the first of `stem` `tail`, `stem` `gap` 1 `tail`, `stem` `gap` 2 `tail` ... for which `isTaken` is false.
 template <class Probe>
 std::string FirstFreeName(const std::string& stem, const char* gap, const std::string& tail, Probe isTaken) {
     std::string candidate = stem + tail;

@@ -7,23 +7,24 @@
 namespace Tolvex::FileNames {
 
 /// @addtogroup unique_names
-/// Names for something new: first the plain one, then numbered ones from 1 up, the lowest free number winning. For
-/// ComposeNewFilenameAndCheckExists A FILE THAT MAY NOT BE READ DOES NOT MAKE ITS NAME TAKEN, and neither does any file
-/// while the process has no descriptor left: what is put there must not replace. Nothing is created and
-/// nothing is remembered, so two calls in a row give the same name, and another thread or process may take it before
-/// its caller does. When k names are taken, k + 1 are probed, and the search has no end but a free name. Callable from
-/// any thread.
+/// Names for something new: the plain name if it is free, and otherwise the one with the lowest free number from 1 up.
+/// Nothing is created or remembered: two calls in a row return the same name, and another thread or program may take it
+/// first. To create the file without replacing one, use `cp(path, "/dev/null")`.
+///
+/// The search continues until a name is free; if k names are taken, k + 1 are probed. The only exception is
+/// `std::bad_alloc`. Callable from any thread.
 /// @{
 
-/// A file path that cannot be opened for reading: `stem` and `ext`, else with a number between. `ext` has its leading
-/// dot, or is empty. A file that exists but may not be read counts as free; a readable folder counts as taken.
+/// Returns `stem` + `ext`, or `stem` + number + `ext`, whichever first cannot be opened for reading. `ext` has its dot
+/// or is empty. A readable folder counts as taken. A FILE THAT MAY NOT BE READ COUNTS AS FREE, and so does a dangling
+/// link, and every file while the process has no descriptor left.
 ///
 ///     On the disk:
 ///     ("/t/take", ".wav") => "/t/take.wav", "/t/take1.wav", "/t/take2.wav", ...
 ///     ("/t/take", "")     => "/t/take", "/t/take1", ...
 FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string stem, std::string ext);
 
-/// The same inside `folder`, which may be empty and may or may not end in "/".
+/// Returns such a name inside `folder`, which may be empty and may or may not end in "/".
 ///
 ///     On the disk:
 ///     ("/t", "take", ".wav")  => "/t/take.wav", ...     ("/t/", "take", ".wav") => "/t/take.wav", ...
@@ -31,15 +32,15 @@ FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string st
 FRAMEWORKBASE_EXPORT std::string ComposeNewFilenameAndCheckExists(std::string folder, std::string stem,
                                                                   std::string ext);
 
-/// A path at which nothing exists, neither file nor folder: `stem` and `suffix`, else with a space and a number
-/// between. What `stat` cannot reach (a link that leads nowhere, a folder without permission) counts as free.
+/// Returns `stem` + `suffix`, or `stem` + space + number + `suffix`, whichever is the first at which neither a file nor
+/// a folder exists. What `stat` cannot reach, such as a dangling link, counts as free.
 ///
 ///     On the disk:
 ///     ("/t/Backup", "")     => "/t/Backup", "/t/Backup 1", "/t/Backup 2", ...
 ///     ("/t/Take", " (new)") => "/t/Take (new)", "/t/Take 1 (new)", ...
 FRAMEWORKBASE_EXPORT std::string ComposeNewFolderAndCheckExists(std::string stem, std::string suffix);
 
-/// The same inside `folder`, which may be empty and may or may not end in "/".
+/// Returns such a name inside `folder`, which may be empty and may or may not end in "/".
 FRAMEWORKBASE_EXPORT std::string ComposeNewFolderAndCheckExists(std::string folder, std::string stem,
                                                                 std::string suffix);
 

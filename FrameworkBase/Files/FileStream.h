@@ -12,16 +12,16 @@ namespace FlapFiles {
 /// @addtogroup streams
 /// @{
 
-/// A binary stream. Integers move as their bytes in memory: little-endian on every system this library is built for,
+/// A binary stream. Integers have their bytes in memory: little-endian on every system for which the library is built,
 /// `int` in 4 bytes, `long long` in 8, without padding. A stream is used by one thread at a time.
 ///
-/// Destructors close nothing: whoever opened a stream closes it.
+/// DESTRUCTORS CLOSE NOTHING: the code that opened a stream closes it.
 class FRAMEWORKBASE_EXPORT CFileBase {
 public:
-    /// Writes `size` bytes and returns `size`, or reports a failure in the implementation's own way.
+    /// Writes `size` bytes and returns `size`. How a failure is reported depends on the implementation.
     virtual long long Write(const void* data, long long size) = 0;
 
-    /// Reads up to `size` bytes and returns how many came. Fewer mean the end of the file or an error.
+    /// Reads up to `size` bytes and returns their number. A smaller number means the end of the file, or an error.
     virtual long long Read(void* data, long long size) = 0;
 
     /// Moves to `offset` bytes from the start, the current position or the end (`SEEK_SET`, `SEEK_CUR`, `SEEK_END`)
@@ -30,29 +30,31 @@ public:
 
     virtual ~CFileBase() = default;
 
-    /// The position from the start, by `Seek(0, SEEK_CUR)`.
+    /// Returns the position from the start, that is, `Seek(0, SEEK_CUR)`.
     virtual long long GetCurrentPosition();
 
-    /// A new object on the same open file, owned by the caller. The position is shared, and closing either closes it
-    /// for both.
+    /// Returns a new object on the same open file; the caller deletes it. Both share one position, and closing one
+    /// closes the file for both. A copy of a stream behaves in the same way.
     virtual CFileBase* Clone() = 0;
 
-    /// The number of bytes from the position to the end, negative behind the end. The position stays.
+    /// Returns the number of bytes from the position to the end, which is negative behind the end. The position is left
+    /// unchanged.
     virtual long long GetSizeLeft();
 
-    /// Closes the stream. Whether that succeeded.
+    /// Closes the stream. Returns true on success.
     virtual bool Close() = 0;
 
-    /// Hands what is buffered to the system.
+    /// Passes what is buffered to the system.
     virtual bool Flush() = 0;
 
-    /// Reads a value; `T` is `int` or `long long`. Throws TolvexException with "Error reading data" when not all of
-    /// its bytes came; those that did are in `value`.
+    /// Reads a value, of type `int` or `long long`. Throws TolvexException with "Error reading data" if not all of its
+    /// bytes could be read; those that could are in `value`.
     template <class T>
     void ReadData(T& value);
 
-    /// Writes a value; `T` is `int` or `long long`. Throws TolvexException with "Error writing data" when Write
-    /// returns another number than the value's size.
+    /// Writes a value, of type `int` or `long long`. Other types, such as `std::int64_t` on Linux, `unsigned int` and
+    /// `std::size_t`, compile and fail to link: convert them. Throws TolvexException with "Error writing data" if Write
+    /// returns another number than the size of the value.
     template <class T>
     void WriteData(const T& value);
 };
@@ -62,34 +64,36 @@ extern template void CFileBase::ReadData<long long>(long long& value);
 extern template void CFileBase::WriteData<int>(const int& value);
 extern template void CFileBase::WriteData<long long>(const long long& value);
 
-/// A file on disk, opened with DoCreate and closed with Close. An object that is destroyed or opened again while open
-/// leaves its stream open.
+/// A file on the disk, opened by DoCreate and closed by Close. If an object is destroyed, or opened again while it is
+/// open, its stream remains open.
 class FRAMEWORKBASE_EXPORT CFile : public CFileBase {
 public:
     /// Opens `fileName` as CreateFile does with the same access and disposition; `shareMode` is ignored. A stream that
-    /// is open already is forgotten, not closed. Throws TolvexException with "Error opening file", after which only
-    /// Close, DoCreate and Clone may be called, or with "Unsupported", after which the object is as it was.
+    /// is open is forgotten, not closed. Throws TolvexException with "Error opening file", with the `errno` of `fopen`;
+    /// only Close, DoCreate and Clone may be called then. Throws it with "Unsupported" and leaves the object unchanged
+    /// if CreateFile does not support the arguments.
     void DoCreate(const char* fileName, unsigned int desiredAccess, unsigned int shareMode,
                   unsigned int creationDisposition);
 
-    /// Returns `size`. Throws TolvexException with "Error writing to file" when not all bytes were taken, when the file
-    /// is closed, and for sizes of 4 GiB or more, after writing what their low 32 bits say. A `size` of 0 succeeds
-    /// whatever the file's state, and writes nothing.
+    /// Returns `size`. Throws TolvexException with "Error writing to file" if not all bytes were written or the file is
+    /// closed; also for a size of 4 GiB or more, or a negative one, after writing `size` modulo 2^32 bytes. A size of 0
+    /// succeeds whatever the state of the file.
     long long Write(const void* data, long long size) override;
 
-    /// Never throws. The file must be open. Of a `size` of 4 GiB or more only the low 32 bits count.
+    /// Never throws. The file must be open. Of a size of 4 GiB or more, or a negative one, only the low 32 bits count.
     long long Read(void* data, long long size) override;
 
-    /// `INVALID_SET_FILE_POINTER`, which is not negative, when the file is closed or the move fails.
+    /// Returns `INVALID_SET_FILE_POINTER` if the file is closed or the move fails. `Seek(0xFFFFFFFF, SEEK_SET)`
+    /// succeeds and returns the same value.
     long long Seek(long long offset, unsigned int origin) override;
 
     CFileBase* Clone() override;
 
-    /// False when the file was not open, and when the system reports a failure, as it may for bytes still buffered.
-    /// The object can be opened again either way.
+    /// Returns false if the file was not open, or if the system reports a failure: A FULL DISK MAY BE NOTICED ONLY
+    /// HERE. The object can be opened again in either case.
     bool Close() override;
 
-    /// Always true: failures are ignored, and a closed file has nothing to flush.
+    /// Returns true; failures are ignored, and a closed file has nothing to flush.
     bool Flush() override;
 
     /// The open stream; null when closed, `INVALID_HANDLE_VALUE` after a failed DoCreate.
@@ -103,8 +107,8 @@ public:
 /// @addtogroup streams
 /// @{
 
-/// Reads a text at the position of `file`: a length in 4 bytes, signed, then that many bytes, of which those before
-/// the first zero byte count.
+/// Reads a string at the position of `file`: a length in 4 bytes, signed, then as many bytes, of which those before the
+/// first zero byte count.
 ///
 ///     04 00 00 00 'a' 'b' 'c' 00 => "abc"
 ///     02 00 00 00 'a' 'b'        => "ab"      no zero byte: all of them
@@ -113,14 +117,14 @@ public:
 ///     FF FF FF FF                => ""        negative: only the length is consumed
 ///     0A 00 00 00 'a' 'b' 'c'    => ""        too short: all of it is consumed
 ///
-/// To write `text` so that it is read back up to its first zero byte:
+/// To write a string so that it is read back up to its first zero byte:
 ///
-///     const int size = static_cast<int>(text.size()) + 1; // with its terminating zero byte
+///     const int size = static_cast<int>(string.size()) + 1; // with its terminating zero byte
 ///     file.WriteData(size);
-///     file.Write(text.c_str(), size);
+///     file.Write(string.c_str(), size);
 ///
-/// A missing length counts as 0. Every `std::exception` on the way (a length that cannot be allocated) gives the empty
-/// string too; TolvexException and others pass.
+/// A missing length counts as 0. A `std::exception` while reading, such as that of a length for which there is no
+/// memory, is caught, and the result is the empty string. TolvexException and other exceptions are not caught.
 FRAMEWORKBASE_EXPORT std::string DeSerializeString(FlapFiles::CFileBase& file);
 
 /// @}

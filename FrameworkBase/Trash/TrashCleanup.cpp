@@ -18,14 +18,15 @@ using VarnelNative::Utility::DateTime;
 
 namespace {
 
-/// Whether more than 30 days have passed since `added`. Compared without sign: a time before 1601 never expires.
+/// Returns true if more than 30 days have passed since `added`. The comparison is unsigned, so that a time before 1601
+/// never expires.
 bool IsExpired(DateTime added) {
     constexpr long long expiryAge = 30 * DateTime::ticksPerDay;
     return static_cast<unsigned long long>(added.ticks) <
            static_cast<unsigned long long>(DateTime::Now().ticks - expiryAge);
 }
 
-/// Deletes the file at `path` when it is due, or adopts it. Whether it was deleted.
+/// Deletes the file at `path` if it is due, or records it if it is not recorded. Returns true if it was deleted.
 bool CleanupFile(const std::string& path, bool all) {
     DateTime added;
     if (!trashDB.GetFileAdded(path, added)) {

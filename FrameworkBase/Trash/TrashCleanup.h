@@ -8,37 +8,38 @@
 /// @addtogroup trash
 /// @{
 
-/// Purges the trash on a thread of its own and returns at once. The thread loads the database, runs the purge of the
-/// trash folder (see the other form), removes the emptied folders, saves the database, and then, at its end, calls
-/// `callback` once, unless it is empty, on that same thread. Nobody can join it, so wait for the callback before the
-/// process ends. An exception out of the callback ends the process.
+/// Purges the trash on a thread of its own, and returns at once. The thread loads the database, purges the trash folder
+/// (see the other overload), removes the folders that are empty then, saves the database, and finally calls `callback`
+/// once, unless it is empty. The thread cannot be joined: wait for the callback before the process ends. An exception
+/// from the callback, or `std::bad_alloc` on that thread, ends the process.
 ///
-/// Folders are deleted with remove_dir_content, WHICH FOLLOWS LINKS: a trashed folder that holds a link to a folder of
-/// the user's empties that folder when it goes.
+/// Folders are deleted by remove_dir_content, WHICH FOLLOWS LINKS: if a folder in the trash holds a link to a folder of
+/// the user's, that folder is emptied.
 ///
-/// Throws `std::system_error` when no thread can be made; nothing is purged then. Not while another trash operation
-/// or cleanup is at work.
+/// Throws `std::system_error` if the thread cannot be created; nothing is purged then. Do not call it during another
+/// trash operation or cleanup.
 FRAMEWORKBASE_EXPORT void CleanupTrashFolder(bool all, std::function<void()> callback);
 
-/// The purge of one folder and what lies below, with the database as it is in memory: for the thread above, which has
-/// loaded it. Applications cannot; for them every file is one that is not recorded. Whether anything was deleted.
+/// Purges one folder and everything below it by the database in memory. This is for the thread of the other overload,
+/// which has loaded the database. Applications cannot load it, so for them every file counts as unrecorded. Returns
+/// true if anything was deleted.
 ///
-/// - A recorded file is deleted and forgotten when it was recorded more than 30 days ago, or with `all`. Times after
-///   now count as not yet due, times before 1601 too.
-/// - A file that is not recorded is adopted: recorded with the time of now and no place to go back to, with `all` too.
-/// - A file named ".trash.db" is left alone at every level. The name is compared byte for byte: on a volume that
-///   ignores letter case and Unicode form, a database that is stored under another spelling counts as any other file.
-/// - With `all` every subfolder is deleted. Otherwise it is purged in turn, and WHEN ANYTHING WAS DELETED IN IT THE
-///   WHOLE SUBFOLDER GOES, whatever else is in it: a trashed folder expires with its first file. The entries of files
-///   that went that way stay in the database.
+/// - Deletes each recorded file that has been in the trash for more than 30 days, or every recorded file if `all` is
+///   true, and removes its record. A time in the future, or before 1601, counts as not yet due.
+/// - Records each file that is not recorded, with the present time and without an origin, also if `all` is true.
+/// - Leaves every file named ".trash.db", at every level. Names are compared byte for byte: on a volume that ignores
+///   letter case and Unicode form, a database that is stored under another spelling counts as an ordinary file.
+/// - Deletes every subfolder if `all` is true. Otherwise it purges each subfolder in turn, and IF ANYTHING WAS DELETED
+///   IN IT, THE WHOLE SUBFOLDER IS DELETED: a folder in the trash expires with its first file. The records of the other
+///   files remain in the database.
 FRAMEWORKBASE_EXPORT bool CleanupTrashFolder(std::string folder, bool all);
 
-/// Whether there is a file in `folder` or below. True without looking when `depth`, 0 for callers, is above 50. What
-/// cannot be opened holds nothing. Callable from any thread.
+/// Returns true if there is a file in `folder` or below it. Returns true without a look if `depth`, which callers pass
+/// as 0, is above 50. A folder that cannot be opened counts as empty. Callable from any thread.
 FRAMEWORKBASE_EXPORT bool HasFiles(std::string folder, int depth);
 
-/// Deletes, with remove_dir_content and its limits, each folder directly in `folder` for which HasFiles is false.
-/// Callable from any thread.
+/// Deletes, by remove_dir_content, each folder directly in `folder` for which HasFiles returns false. Callable from any
+/// thread.
 FRAMEWORKBASE_EXPORT void CheckDeleteEmptyFolders(std::string folder);
 
 /// @}

@@ -2,62 +2,38 @@
 #include <FrameworkBase/Base/Platform.h>
 
 #include <csignal>
-#include <dlfcn.h>
 #include <functional>
 #include <gtest/gtest.h>
-#include <iomanip>
-#include <iostream>
-#include <sstream>
 
 using namespace Tolvex::Debug;
 
 namespace {
 
-struct FlushedText : std::stringbuf {
-    int sync() override { return flushed = str(), 0; }
-    std::string flushed;
-};
-
-std::string FlushedThroughErrorStream(const std::function<void()>& write) {
-    FlushedText buffer;
-    std::streambuf* const before = std::cerr.rdbuf(&buffer);
-    std::cerr << std::nounitbuf;
+/// Returns what `write` has written to the standard error stream.
+std::string WrittenBy(const std::function<void()>& write) {
+    testing::internal::CaptureStderr();
     write();
-    std::cerr << std::unitbuf;
-    std::cerr.rdbuf(before);
-    return buffer.flushed;
+    return testing::internal::GetCapturedStderr();
 }
 
-TEST(Debug, LinesAreLostCutOrLeftInABuffer) {
-    const std::string x20479(20479, 'x');
-    const std::pair<std::function<void()>, std::string> cases[] = {
-        {[] { OutputDebugString("100%s\n"); }, "100%s\n\n"},
-        {[] { std::cerr << std::setw(4), OutputDebugString("ab"), OutputDebugString("c"); }, "  ab\nc\n"},
-        {[] { TraceRelease("%s|%lld|%.2f\n", "a", -1LL, 0.5); }, "a|-1|0.50\n\n\n\n"},
-        {[&] { TraceRelease("%sy", x20479.c_str()); }, x20479 + "\n\n\n"},
-        {[] { flpOutputDebugStringInternal("text"), SetMessageBoxAssertLink(nullptr); }, ""}};
-    for (const auto& [write, expected] : cases) {
-        EXPECT_EQ(FlushedThroughErrorStream(write), expected);
-    }
+TEST(DebugTest, OutputIsUnchangedAndEndsInALineFeed) {
+    EXPECT_EQ(WrittenBy([] { OutputDebugString("100%s\n"); }), "100%s\n\n");
 }
 
-TEST(Debug, TextThatCanNeverBeFormattedHangs) {
-    if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
-        GTEST_SKIP() << "this build ends the process when an allocation fails";
-    }
-    EXPECT_EQ(FlushedThroughErrorStream([] { EXPECT_THROW(TraceRelease("%lc", wint_t{0xDFFF}), std::bad_alloc); }), "");
+TEST(DebugTest, TraceIsFormattedAndEndsInThreeLineFeeds) {
+    EXPECT_EQ(WrittenBy([] { TraceRelease("%s|%lld|%.2f", "a", -1LL, 0.5); }), "a|-1|0.50\n\n\n");
 }
 
-TEST(Platform, ValuesAreOthersOrChecked) {
-    EXPECT_TRUE(testsRunning == 0 && isDoingStressTest == 0 && Tolvex::Threading::mainThreadId == 0);
-    EXPECT_EQ(GetPlatform() + ' ' + GetPlatformType(), "mac desktop");
-    EXPECT_EQ(GetUIScaleFactor(), 1.0F);
-    for (const float factor : {2.5F, 0.0F, -1.0F, 1.0F}) {
-        SetUIScaleFactor(factor);
-        EXPECT_TRUE(TolvexDip == factor && GetUIScaleFactor() == factor) << factor;
-    }
+TEST(DebugTest, TraceIsCutTo20479Bytes) {
+    const std::string longest(20479, 'x');
+    EXPECT_EQ(WrittenBy([&] { TraceRelease("%sy", longest.c_str()); }), longest + "\n\n\n");
 }
 
-TEST(DebugDeathTest, DebugBreakReturns) { EXPECT_EXIT(DebugBreak(), testing::KilledBySignal(SIGABRT), "^$"); }
+TEST(DebugDeathTest, BreakAbortsTheProcess) { EXPECT_EXIT(DebugBreak(), testing::KilledBySignal(SIGABRT), "^$"); }
+
+TEST(PlatformTest, IsADesktopMac) {
+    EXPECT_EQ(GetPlatform(), "mac");
+    EXPECT_EQ(GetPlatformType(), "desktop");
+}
 
 } // namespace

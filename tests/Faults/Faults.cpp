@@ -1,25 +1,18 @@
 #include "tests/Faults/Faults.h"
 
-#include <algorithm>
-#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <map>
-#include <new>
 #include <stdio_ext.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -28,10 +21,9 @@ bool isArmed = false;
 Faults::Fault current;
 Faults::Outcome outcome;
 int calls = 0;
-std::atomic<std::ptrdiff_t> allocations{0};
 
-bool IsHit(bool inMemory) {
-    if (!isArmed || current.inMemory != inMemory) {
+bool IsHit() {
+    if (!isArmed) {
         return false;
     }
     ++calls;
@@ -42,15 +34,18 @@ bool IsHit(bool inMemory) {
 
 /// Whether the system call that asks fails; `errno` is set then.
 bool Fails() {
-    if (current.error == 0 || !IsHit(false)) {
+    if (current.error == 0 || !IsHit()) {
         return false;
+    }
+    if (current.error == Faults::killed) {
+        raise(SIGKILL);
     }
     errno = current.error;
     return true;
 }
 
 /// How many of `size` bytes are moved.
-std::size_t Moved(std::size_t size) { return current.error == 0 && IsHit(false) ? (size + 1) / 2 : size; }
+std::size_t Moved(std::size_t size) { return current.error == 0 && IsHit() ? (size + 1) / 2 : size; }
 
 /// Calls the C library's own function, which this program's stands before.
 template <auto function, class... Arguments>
@@ -82,32 +77,16 @@ Faults::Outcome Faults::Strike(const Fault& fault, const std::function<void()>& 
     current = fault;
     outcome = {};
     calls = 0;
-    allocations = 0;
     isArmed = true;
     action();
     isArmed = false;
-    for (int i = 0; i < 10000 && CountThreads() > threads; ++i) { // they may still release memory
+    for (int i = 0; i < 10000 && CountThreads() > threads; ++i) { // they may still be at work
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    outcome.allocationsLeft = allocations;
     return outcome;
 }
 
 using Faults::answers;
-
-// The forms that the others come down to. Not inlined: the compiler would see one's memory go to the other's function.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* const memory = IsHit(true) ? nullptr : std::malloc(size);
-    allocations += memory != nullptr ? 1 : 0;
-    return memory != nullptr ? memory : throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    allocations -= memory != nullptr ? 1 : 0;
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept { ::operator delete(memory); }
 
 extern "C" {
 
@@ -115,8 +94,11 @@ std::FILE* fopen(const char* path, const char* mode) { return Call<&::fopen>("fo
 
 int fclose(std::FILE* stream) {
     const bool fails = Fails();
-    fails ? __fpurge(stream) : void(); // what was buffered does not reach the disk
-    return Pass<&::fclose>("fclose", stream) | (fails ? EOF : 0);
+    if (fails) {
+        __fpurge(stream); // what was buffered does not reach the disk
+    }
+    const int result = Pass<&::fclose>("fclose", stream);
+    return fails ? EOF : result;
 }
 
 std::size_t fread(void* data, std::size_t size, std::size_t count, std::FILE* stream) {
@@ -147,23 +129,13 @@ ssize_t write(int descriptor, const void* data, std::size_t size) {
 
 int close(int descriptor) {
     const bool fails = Fails();
-    return Pass<&::close>("close", descriptor) | (fails ? -1 : 0);
+    const int result = Pass<&::close>("close", descriptor);
+    return fails ? -1 : result;
 }
 
 DIR* opendir(const char* path) { return Call<&::opendir>("opendir", path); }
 dirent* readdir(DIR* stream) {
-    static std::map<DIR*, std::map<std::string, dirent>> unread;
-    static std::map<DIR*, dirent> current;
-    dirent* entry = Call<&::readdir>("readdir", stream);
-    if (answers.meanwhile) {
-        for (; entry != nullptr; entry = Pass<&::readdir>("readdir", stream)) {
-            unread[stream][entry->d_name] = *entry;
-        }
-        if (!unread[stream].empty()) {
-            entry = &(current[stream] = unread[stream].extract(unread[stream].begin()).mapped());
-            answers.meanwhile(entry->d_name);
-        }
-    }
+    dirent* const entry = Call<&::readdir>("readdir", stream);
     if (entry != nullptr && answers.typesUnknown) {
         entry->d_type = DT_UNKNOWN;
     }
@@ -183,41 +155,19 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     return Call<&::pthread_create>("pthread_create", thread, attributes, start, data);
 }
 
-int statvfs(const char* path, struct statvfs* status) noexcept {
-    const int result = Pass<&::statvfs>("statvfs", path, status);
-    if (answers.blocks != 0) {
-        status->f_bavail = answers.blocks;
-        status->f_bfree = answers.blocks + 10;
-        status->f_bsize = 512;
-        status->f_frsize = 4096;
-    }
-    return result;
-}
-
-ssize_t readlink(const char* path, char* buffer, std::size_t size) noexcept {
-    return answers.executable.empty() ? Pass<&::readlink>("readlink", path, buffer, size)
-                                      : static_cast<ssize_t>(answers.executable.copy(buffer, size));
-}
-
 int usleep(useconds_t microseconds) {
-    return answers.slept < 0 ? Pass<&::usleep>("usleep", microseconds) : (answers.slept += microseconds, 0);
+    if (answers.slept < 0) {
+        return Pass<&::usleep>("usleep", microseconds);
+    }
+    answers.slept += microseconds;
+    return 0;
 }
 
 int clock_gettime(clockid_t clock, timespec* now) noexcept {
-    const int result = Pass<&::clock_gettime>("clock_gettime", clock, now);
-    *now = answers.slept < 0 ? *now : timespec{answers.slept / 1000000, answers.slept % 1000000 * 1000};
-    return result;
-}
-
-int execv(const char* path, char* const* arguments) noexcept {
-    return std::exchange(answers.startsLate, false) ? -1 : Pass<&::execv>("execv", path, arguments);
-}
-
-pid_t waitpid(pid_t process, int* status, int options) {
-    if (std::exchange(answers.isInterrupted, false)) {
-        errno = EINTR;
-        return -1;
+    if (answers.slept < 0) {
+        return Pass<&::clock_gettime>("clock_gettime", clock, now);
     }
-    return Pass<&::waitpid>("waitpid", process, status, options);
+    *now = {answers.slept / 1000000, answers.slept % 1000000 * 1000};
+    return 0;
 }
 }

@@ -1,11 +1,7 @@
 #include <FrameworkBase/FileNames/KnownFolders.h>
 
 #include "tests/support/DiskTest.h"
-#include <FrameworkBase/Base/Platform.h>
 
-#include <pwd.h>
-
-using namespace Tolvex;
 using namespace Tolvex::FileNames;
 
 using HomeFolderTest = DiskTest;
@@ -18,62 +14,15 @@ TEST_F(HomeFolderTest, IsCreatedWheneverItIsMissing) {
     }
 }
 
-TEST_F(HomeFolderTest, StaysTheSameWhenHomeChanges) {
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-    const EnvironmentVariable homeLater("HOME", folder.c_str());
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-}
-
-TEST_F(HomeFolderTest, IsReturnedWhenItCannotBeCreated) {
-    std::filesystem::remove_all(home + "/Library");
-    EXPECT_EQ(GetHomeFolderMac(), applicationFolder);
-    EXPECT_EQ(TreeOf(home), Tree()) << "no folder above is created";
-    MakeFolder(home + "/Library/Application Support");
-}
-
-class FirstHomeFolderTest : public DiskTest {
-protected:
-    void TearDown() override {
-        MakeEmpty(temporaryFolder); // of the sandboxes of the other processes
-        DiskTest::TearDown();
-    }
-
-    /// Ends the process, which has not read HOME yet: with 0 if its home folder is `expected`.
-    static void Leave(const char* value, const std::string& expected) {
-        const EnvironmentVariable variable("HOME", value);
-        std::exit(GetHomeFolderMac() == expected + "/Library/Application Support/Tolvex Studio 10" ? 0 : 1);
-    }
-};
-
-TEST_F(FirstHomeFolderTest, KeepsTheSlashOfHome) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(Leave((home + '/').c_str(), home + '/'), testing::ExitedWithCode(0), "");
-}
-
-TEST_F(FirstHomeFolderTest, IsThatOfThePasswordDatabaseWithoutHome) {
-    constexpr uid_t nobody = 65534; // who has no home folder in which one could be made
-    const passwd* const user = getpwuid(nobody);
-    if (user == nullptr || getuid() != 0) {
-        GTEST_SKIP() << "only root can become a user without a home folder";
-    }
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto leaveAsNobody = [user] {
-        EXPECT_EQ(setuid(nobody), 0);
-        Leave(nullptr, user->pw_dir);
-    };
-    EXPECT_EXIT(leaveAsNobody(), testing::ExitedWithCode(0), "");
-}
-
 class TemporaryFileTest : public DiskTest {
 protected:
     void SetUp() override {
         DiskTest::SetUp();
+        setenv("TMPDIR", folder.c_str(), 1);
         if (GetTempFolder() != folder + '/') {
             GTEST_SKIP() << "on this system TMPDIR does not choose the temporary folder";
         }
     }
-
-    const EnvironmentVariable variable = EnvironmentVariable("TMPDIR", folder.c_str());
 };
 
 TEST_F(TemporaryFileTest, IsInTheFolderOfTMPDIR) {
@@ -82,15 +31,10 @@ TEST_F(TemporaryFileTest, IsInTheFolderOfTMPDIR) {
     }
 }
 
-TEST_F(TemporaryFileTest, IsCreatedEmpty) {
-    EXPECT_EQ(GetTempFilename("w"), Path("tolvxtmp0.w"));
-    EXPECT_EQ(GetTempFilename(""), Path("tolvxtmp0."));
-    EXPECT_EQ(TreeOf(folder), (Tree{{"tolvxtmp0.w", ""}, {"tolvxtmp0.", ""}}));
-}
-
 TEST_F(TemporaryFileTest, HasTheLowestFreeNumber) {
     MakeTree(folder, {{"tolvxtmp0.w", "kept"}, {"tolvxtmp1.w/", ""}, {"tolvxtmp3.w", ""}});
     EXPECT_EQ(GetTempFilename("w"), Path("tolvxtmp2.w"));
+    EXPECT_EQ(GetTempFilename("x"), Path("tolvxtmp0.x"));
     EXPECT_EQ(Content(Path("tolvxtmp0.w")), "kept");
 }
 
@@ -108,22 +52,16 @@ TEST_F(TemporaryFileTest, NameAloneLeavesNoFile) {
     EXPECT_EQ(TreeOf(folder), (Tree{{"tolvxtmp0.fld", "kept"}}));
 }
 
-TEST_F(TemporaryFileTest, UniqueNameIsNumberedFromOne) {
-    EXPECT_EQ(GetUniqueTempFilename("w"), Path("tolvex.w"));
-    MakeFile("tolvex.w");
-    EXPECT_EQ(GetUniqueTempFilename("w"), Path("tolvex1.w"));
+TEST_F(TemporaryFileTest, IsInAFolderOfItsUserAloneWithoutTMPDIR) {
+    unsetenv("TMPDIR");
+    const std::string privateFolder = GetTempFolder();
+    EXPECT_EQ(privateFolder, "/tmp/tolvex-" + std::to_string(getuid()) + '/');
+    EXPECT_EQ(std::filesystem::status(privateFolder).permissions(), std::filesystem::perms::owner_all);
+    std::filesystem::remove(privateFolder);
 }
 
 TEST(ProgramFolderTest, IsThatOfTheExecutable) {
     char buffer[1040] = {};
-    path_directory_programma(buffer, true);
+    Tolvex::path_directory_programma(buffer, true);
     EXPECT_EQ(GetModuleFilename().substr(0, GetModuleFilename().rfind('/')), buffer);
-}
-
-TEST(ProgramFolderTest, IsTheOverrideAsItIs) {
-    char buffer[1040] = {};
-    pathFolderOverride = "/opt/app/\\";
-    path_directory_programma(buffer, false);
-    EXPECT_STREQ(buffer, "/opt/app/\\");
-    pathFolderOverride.clear();
 }

@@ -12,7 +12,11 @@ extern "C" {
 int _NSGetExecutablePath(char* buffer, std::uint32_t* size) {
     char path[4096] = {};
     const ssize_t length = readlink("/proc/self/exe", path, sizeof path - 1);
-    return length >= 0 && static_cast<std::uint32_t>(length) < *size ? std::strcpy(buffer, path), 0 : -1;
+    if (length < 0 || static_cast<std::uint32_t>(length) >= *size) {
+        return -1;
+    }
+    std::strcpy(buffer, path);
+    return 0;
 }
 
 mach_port_t mach_host_self() { return 7; }

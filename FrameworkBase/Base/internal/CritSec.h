@@ -4,8 +4,8 @@
 
 namespace Tolvex::Sync {
 
-/// A recursive mutex: the thread that holds it may lock it again and unlocks it as many times. Usable with
-/// `std::lock_guard`. Results of the POSIX calls are not checked.
+/// A recursive mutex: the thread that holds it may lock it again, and unlocks it as often. It works with
+/// `std::lock_guard`. The results of the POSIX calls are not checked.
 class CCritSec {
 public:
     CCritSec();

@@ -2,8 +2,8 @@
 
 #include <ostream>
 
-// Nothing but the library's own objects may be constructed at load. With GNU's standard library before its version 13
-// <iostream> constructs one more in each source that includes it, so there std::cerr is taken by its linker name.
+// Only the library's own objects may be constructed when it is loaded. Before version 13 of GNU's standard library,
+// <iostream> constructs one more in each source that includes it, so there std::cerr is reached by its linker name.
 #if defined(_LIBCPP_VERSION) || (defined(_GLIBCXX_RELEASE) && _GLIBCXX_RELEASE >= 13)
 
 #include <iostream>

@@ -4,7 +4,7 @@
 
 namespace Tolvex {
 
-/// `std::cerr`, ready for use.
+/// Returns `std::cerr`, ready for use.
 std::ostream& ErrorStream();
 
 } // namespace Tolvex

@@ -7,11 +7,11 @@
 /// What differs between the systems. One source file per system implements it.
 namespace Tolvex::HostPlatform {
 
-/// The full path of the running executable, as the system gives it, into `buffer` of `size` bytes. 0 on success; -1,
-/// with the buffer untouched, when the path and its terminator do not fit.
+/// Stores the full path of the running executable, as the system reports it, in `buffer` of `size` bytes. Returns 0 on
+/// success. Returns -1, and leaves the buffer unchanged, if the path and its zero byte do not fit.
 int GetExecutablePath(char* buffer, std::uint32_t size);
 
-/// The user's private temporary folder, normally with a trailing "/". Asked anew on every call.
+/// Returns the user's private temporary folder, normally with a trailing "/". The system is asked anew on every call.
 std::string GetTemporaryFolder();
 
 /// A calendar time since 1970-01-01 00:00:00 UTC.
@@ -21,7 +21,7 @@ struct CalendarTime {
 };
 CalendarTime ReadCalendarClock();
 
-/// UTF-8 to UTF-32 and back, strict; empty when the text is not valid.
+/// Convert UTF-8 to UTF-32 and back. A string that is not valid converts to the empty string.
 std::wstring WideFromUtf8(const char* text);
 std::string Utf8FromWide(const wchar_t* text, std::size_t length);
 

@@ -31,7 +31,7 @@ std::string GetTemporaryFolder() {
         }
         return result;
     }
-    // Everyone may write to /tmp, so the folder there is used only when nobody else can have prepared it.
+    // Everyone may write to /tmp, so the folder there is used only if no other user can have prepared it.
     const uid_t user = getuid();
     const std::string folder = "/tmp/tolvex-" + std::to_string(user);
     mkdir(folder.c_str(), 0700);
@@ -55,8 +55,8 @@ constexpr char32_t lastCodePoint = 0x10FFFF;
 
 constexpr bool IsSurrogate(char32_t codePoint) { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
 
-/// Decodes the sequence of two to four bytes at `next`, which moves past it. False if it is none. The text's terminator
-/// is not a continuation byte, so no byte behind it is read.
+/// Decodes the sequence of two to four bytes at `next`, and advances `next`. Returns false if it is malformed. The zero
+/// byte at the end of the string is no continuation byte, so no byte behind it is read.
 bool DecodeSequence(const unsigned char*& next, char32_t& codePoint) {
     const char32_t lead = *next++;
     const auto takeContinuations = [&next, &codePoint](int count) {
@@ -82,7 +82,7 @@ constexpr bool IsAscii(Character character) {
     return static_cast<char32_t>(character) < 0x80;
 }
 
-/// Characters that are converted at a time: most text is ASCII.
+/// The number of characters that are converted at a time if all are ASCII, as most are.
 template <class Character>
 constexpr std::ptrdiff_t blockSize = sizeof(Character) == 1 ? 16 : 8;
 
@@ -100,7 +100,7 @@ bool IsAsciiBlock(const wchar_t* text) {
     return IsAscii(all);
 }
 
-/// Converts ASCII from `next` as far as there are whole blocks of it. Both places move.
+/// Converts whole blocks of ASCII from `next` to `out`, and advances both.
 template <class From, class To>
 void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
     constexpr std::ptrdiff_t size = blockSize<From>;
@@ -109,7 +109,7 @@ void ConvertAsciiBlocks(const From*& next, const From* end, To*& out) {
     }
 }
 
-/// Writes the UTF-8 form of a valid `codePoint` and returns the place behind it.
+/// Writes the UTF-8 form of a valid `codePoint` and returns the position behind it.
 char* EncodeSequence(char32_t codePoint, char* out) {
     const auto continuation = [](char32_t bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
     if (codePoint < 0x800) {
@@ -128,7 +128,7 @@ char* EncodeSequence(char32_t codePoint, char* out) {
     return out;
 }
 
-/// Writes the characters of the text to `wide` and returns the place behind them: `wide` itself when the text is
+/// Writes the characters of the string to `wide` and returns the position behind them, or `wide` if the string is
 /// malformed.
 wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* const wide) {
     wchar_t* out = wide;
@@ -148,8 +148,8 @@ wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* co
     return out;
 }
 
-/// Room for `count` characters, which nothing fills: on the stack unless there are more than `few`. Results are made of
-/// what is written here, so they have their own size.
+/// Uninitialised room for `count` characters, on the stack unless there are more than `few`. The results are copied out
+/// of it, so that they allocate no more than they need.
 template <class Character, std::size_t few>
 class Room {
 public:

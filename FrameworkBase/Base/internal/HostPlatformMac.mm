@@ -7,14 +7,14 @@
 #include <mach/clock.h>
 #include <mach/mach.h>
 
-// Written for manual reference counting: what is allocated here is released here, the rest belongs to a pool of ours,
-// because callers include threads that have none.
+// Written for manual reference counting: what is allocated here is released here, and the rest belongs to a pool of our
+// own, because the threads of some callers have none.
 namespace Tolvex::HostPlatform {
 
 int GetExecutablePath(char* buffer, std::uint32_t size) { return _NSGetExecutablePath(buffer, &size); }
 
 CalendarTime ReadCalendarClock() {
-    static clock_serv_t clock = 0; // two first calls at once each get a usable port; the last one is kept
+    static clock_serv_t clock = 0; // of two first calls at once each gets a usable port; the last one is kept
     if (clock == 0) {
         host_get_clock_service(mach_host_self(), CALENDAR_CLOCK, &clock);
     }
@@ -31,8 +31,8 @@ std::string GetTemporaryFolder() {
 
 namespace {
 
-// Foundation takes a byte-order mark for a mark, and drops it, at the start of a text only. So texts are converted
-// behind this character.
+// At the start of a string, and only there, Foundation drops a byte-order mark. So strings are converted behind this
+// character.
 constexpr char guard = '.';
 
 constexpr bool IsCodePoint(char32_t value) { return value < 0xD800 || (value > 0xDFFF && value <= 0x10FFFF); }
@@ -49,7 +49,7 @@ std::wstring WideFromUtf8(const char* text) {
         [data getBytes:wide.data() length:wide.size() * sizeof(wchar_t)];
     }
     wide.erase(0, 1);
-    // A text that Foundation repaired instead of refusing it does not come back.
+    // A string that Foundation repaired instead of refusing it comes back changed.
     return Utf8FromWide(wide.data(), wide.size()) == text ? wide : std::wstring();
 }
 

@@ -5,7 +5,7 @@
 
 namespace Tolvex::Strings {
 
-/// The pieces of `text` between separators, in order, without the empty ones.
+/// Returns the parts of `text` between separators, in order, without the empty ones.
 ///
 ///     ("/a//b/", '/') => {"a", "b"}
 ///     ("", '/')       => {}

@@ -9,8 +9,8 @@ namespace Tolvex::FileNames {
 
 namespace {
 
-/// Whether the entry is a folder by the type that the stream reports. Some file systems report none: then the entry
-/// alone is asked, lest a folder be copied or purged as a file.
+/// Returns true if the entry is a folder, by the type that the stream reports. Some file systems report none; then the
+/// entry itself is examined, so that no folder is copied or purged as a file.
 bool IsFolder(DIR* stream, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) {
         return entry.d_type == DT_DIR;
@@ -37,7 +37,7 @@ bool DoGetFolderFiles(std::string folder, std::vector<std::string>& names) {
         return false;
     }
     const auto nextEntry = [&stream] {
-        errno = 0; // for who looks at it afterwards: only an error that ended the listing sets it
+        errno = 0; // so that errno is non-zero only if an error ended the listing
         return readdir(stream.get());
     };
     std::vector<std::string> listing;

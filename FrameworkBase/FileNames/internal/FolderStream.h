@@ -13,15 +13,15 @@ struct CloseFolder {
 };
 using FolderStream = std::unique_ptr<DIR, CloseFolder>;
 
-/// Kind and permissions of what is at `path`, links followed; 0 when that cannot be told. Removing a folder counts on
-/// its being a call: so a level of the recursion is small enough for the stack of any thread.
+/// Returns kind and permissions of what is at `path`, or 0 on failure. Links are followed. This must be a function call
+/// in remove_dir_content, so that each level of that recursion fits on the stack of any thread.
 mode_t ModeOf(const char* path);
 
-/// Whether `name` is "." or "..".
+/// Returns true if `name` is "." or "..".
 bool IsDotOrDotDot(const char* name);
 
-/// Replaces `names` by the names of the folders in `folder`, or of everything else in it. False, with `names`
-/// untouched, when it cannot be opened; an error while reading ends the list and counts as success.
+/// Replaces `names` by the names of the folders in `folder`, or of everything else in it. Returns false, and leaves
+/// `names` unchanged, if it cannot be opened. An error while reading ends the list and counts as success.
 template <bool foldersOnly>
 bool DoGetFolderFiles(std::string folder, std::vector<std::string>& names);
 

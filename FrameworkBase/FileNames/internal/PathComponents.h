@@ -7,28 +7,28 @@
 
 namespace Tolvex::FileNames {
 
-/// `folder` and `name` with one "/" between them unless `folder` ends in one: the joining rule of the whole library.
-/// `name` is not looked at.
+/// Returns `folder` and `name` joined by "/", unless `folder` ends in one: the joining rule of the whole library.
+/// `name` is not examined.
 ///
 ///     ("a", "b")  => "a/b"     ("a/", "b")  => "a/b"      ("", "b") => "b"
 ///     ("a", "/b") => "a//b"    ("a/", "/b") => "a//b"     ("a", "") => "a/"
 std::string ComposePath(std::string folder, std::string name);
 
-/// Whether `character` parts components where a backslash counts.
+/// Returns true for "/" and for a backslash.
 constexpr bool IsSeparator(char character) { return character == '/' || character == '\\'; }
 
-/// The components of a path from front to back, without copying them. A separator at the front is skipped; each further
-/// one ends a component, which is empty when nothing stands before it. A backslash separates too; "." and ".." are
+/// Iterates over the components of a path without copying them. A separator at the front is skipped; each further one
+/// ends a component, which is empty if nothing is before it. A backslash is a separator, too; "." and ".." are
 /// components like any other. The last component ends at its first zero byte.
 ///
-/// The functions are here because callers run through whole paths by them.
+/// Inline, because callers iterate over whole paths.
 class PathComponents {
 public:
-    /// Refers to the characters of `path`, which must outlive it. Begins at `start`: 0, or a place behind a separator,
-    /// and then a separator there is not taken for the leading one of the path.
+    /// Refers to the characters of `path`, which must outlive the object. Begins at `start`: 0, or a position behind a
+    /// separator; a separator at such a position is not skipped.
     explicit PathComponents(std::string_view path, std::size_t start = 0);
 
-    /// Stores the next component and returns true, or returns false when there is none left.
+    /// Stores the next component and returns true, or returns false if none is left.
     bool Next(std::string_view& component);
 
 private:
@@ -59,8 +59,8 @@ inline bool PathComponents::Next(std::string_view& component) {
     return true;
 }
 
-/// Whether two components, each up to its first zero byte, are the same but for letter case, by the rules of the
-/// locale.
+/// Returns true if two components, each up to its first zero byte, are equal without regard to letter case, by the
+/// rules of the current locale.
 inline bool SameComponent(std::string_view a, std::string_view b) {
     a = a.substr(0, a.find('\0'));
     b = b.substr(0, b.find('\0'));
@@ -69,7 +69,7 @@ inline bool SameComponent(std::string_view a, std::string_view b) {
 
 } // namespace Tolvex::FileNames
 
-/// Appends the components of `path`, as PathComponents has them, to `parts`.
+/// Appends the components of `path`, by the rules of PathComponents, to `parts`.
 ///
 ///     "/a/b/" => "a", "b"       "a//b" => "a", "", "b"     "" and "/" => nothing
 ///     "//a"   => "", "a"        "a\\b" => "a", "b"         "./.."     => ".", ".."

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-/// DeSerializeString of whatever has its `Read`.
+/// Reads as DeSerializeString does, from any source that has a `Read`.
 template <class Source>
 std::string ReadTextField(Source& source) {
     try {
@@ -20,7 +20,7 @@ std::string ReadTextField(Source& source) {
         std::unique_ptr<char[]> longText;
         char* text = shortText.data();
         if (size > shortText.size()) {
-            longText.reset(new char[size]); // not cleared: an absurd length must not cost its memory
+            longText.reset(new char[size]); // not cleared, so that an absurd length uses no memory
             text = longText.get();
         }
         if (source.Read(text, length) != length) {

@@ -20,8 +20,8 @@ using Guard = std::lock_guard<Tolvex::Sync::CCritSec>;
 constexpr int databaseVersion = 2;
 constexpr int firstVersionWithOriginalPath = 2;
 
-/// Reads the fields of a database file, which is closed at the end. A block is read at a time, and each field comes out
-/// as it would from the file itself.
+/// Reads the fields of a database file, and closes it at the end. Reads a block at a time; each field is the same as if
+/// it were read from the file itself.
 class RecordReader {
 public:
     explicit RecordReader(const std::string& path) {
@@ -42,7 +42,7 @@ public:
 
     std::string ReadText() { return ReadTextField(*this); }
 
-    /// Up to `size` bytes, and how many came, as CFile::Read does.
+    /// Reads up to `size` bytes and returns their number, as CFile::Read does.
     long long Read(void* data, long long size) {
         auto* to = static_cast<char*>(data);
         long long left = size;
@@ -57,8 +57,8 @@ public:
     }
 
 private:
-    /// False when nothing came, and once after each short block: the field that reaches beyond the end, or a fault, of
-    /// the file comes short, and the next one tries again.
+    /// Returns false if nothing could be read, and once after each short block: the field that reaches beyond the end
+    /// of the file, or an error, is cut there, and the next field tries again.
     bool ReadBlock() {
         if (std::exchange(blockWasShort, false)) {
             return false;
@@ -72,14 +72,14 @@ private:
 
     FlapFiles::CFile file;
     std::array<char, 4096> block;
-    long long next = 0; ///< the place in the block from which the next byte comes
+    long long next = 0; ///< the position of the next byte in the block
     long long end = 0;  ///< the number of bytes in the block
     bool blockWasShort = false;
 };
 
-/// Writes a database file. The fields of a record reach the stream as one write, or a few, smaller than its own block:
-/// so the disk gets the same bytes, and an error shows, at the same places as if the stream took each field by itself.
-/// Left open unless it is closed.
+/// Writes a database file. The fields of a record are written to the stream at once, or in a few pieces that are
+/// smaller than its block: so the disk gets the same bytes, and errors show at the same places, as if each field were
+/// written by itself. The destructor does not close the file.
 class RecordWriter {
 public:
     explicit RecordWriter(const std::string& path) {
@@ -91,7 +91,7 @@ public:
         Put(&number, sizeof number);
     }
 
-    /// The length with the terminating zero, the text, and that zero.
+    /// Writes the length, which includes the zero byte, the string, and that zero byte.
     void PutText(const std::string& text) {
         PutNumber(static_cast<int>(text.size() + 1));
         Put(text.data(), text.size());
@@ -142,11 +142,11 @@ void TrashDB::Load(std::string trashFolder) {
             std::string key = records.ReadText();
             const DateTime added{records.ReadNumber<long long>()};
             std::string original = version >= firstVersionWithOriginalPath ? records.ReadText() : "";
-            // The file is sorted, so the place is nearly always the end.
+            // The file is sorted, so the position is nearly always the end.
             files.insert_or_assign(files.end(), std::move(key), std::pair(added, std::move(original)));
         }
     } catch (const TolvexException&) {
-        // What was read before the damage counts.
+        // The records before the damage count.
     }
 }
 
@@ -166,7 +166,7 @@ void TrashDB::Unload() {
         records.Close();
         files.clear();
     } catch (const TolvexException&) {
-        // The map stays, and so does the stream; see the declaration.
+        // The map is left unchanged, and the stream open; see the declaration.
     }
 }
 

@@ -7,41 +7,42 @@
 #include <string>
 #include <utility>
 
-/// What is in the trash: where each item came from and when. A working copy of the file ".trash.db" in the trash folder
-/// (docs/trash-database.md has its format): every trash operation calls Load, works and calls Unload.
+/// The records of the trash: where each item came from, and when it was added. A working copy of the file ".trash.db"
+/// in the trash folder (docs/trash-database.md has its format): every trash operation calls Load, works, and calls
+/// Unload.
 ///
-/// Each call holds the lock while it touches the map. A whole Load ... Unload bracket does not: two at once on one
-/// object may lose entries.
+/// Each call holds the lock while it uses the map. From Load to Unload nothing is locked: two operations at once on one
+/// object may lose records.
 class TrashDB {
 public:
     using DateTime = VarnelNative::Utility::DateTime;
 
-    /// The path of the database file; in the working directory before the first Load.
+    /// Returns the path of the database file: in the working directory before the first Load.
     std::string GetDBFile() const;
 
-    /// Makes `trashFolder` the folder whose database this is and adds the entries of its file to the map, where they
-    /// replace those of the same key. A missing file adds nothing; a damaged one the entries before the damage, and
-    /// that of a record cut inside its origin, with an empty one. Not told either way.
+    /// Makes `trashFolder` the folder of this database, and adds the records of its file to the map, where they replace
+    /// those with the same key. A missing file adds nothing. A damaged file adds the records before the damage; a
+    /// record that is cut inside its origin is added with an empty one. Neither is reported.
     void Load(std::string trashFolder);
 
-    /// Writes the map to the file and empties it. When that fails the map stays, the file keeps what was written, its
-    /// stream, if it could be opened, stays open, and nothing is told. A failure that shows only when the file is
-    /// closed counts as none: it is that of the last bytes, up to a block of the stream, so of all of them when the
-    /// database is smaller than that (4096 bytes on the usual file systems).
+    /// Writes the map to the file and empties the map. On failure the map is left unchanged, the file keeps what was
+    /// written, its stream, if it could be opened, remains open, and nothing is reported. A failure that shows only
+    /// when the file is closed is not noticed: it concerns the last bytes, up to a block of the stream, and so all of
+    /// them if the database is smaller than that (4096 bytes on the usual file systems).
     void Unload();
 
-    /// Records, with the time of now, that the item at `trashPath` came from `originalPath`.
+    /// Records, with the present time, that the item at `trashPath` came from `originalPath`.
     void InsertFile(std::string trashPath, std::string originalPath);
 
-    /// Stores where a recorded item came from, and returns whether that is known: an empty text is not. `originalPath`
-    /// stays when the item is not recorded.
+    /// Stores the origin of a recorded item, and returns true if it is not empty. Leaves `originalPath` unchanged if
+    /// the item is not recorded.
     bool GetFileOriginalPath(std::string trashPath, std::string& originalPath);
 
-    /// Stores when a recorded item was put into the trash and returns true; returns false with `added` untouched when
-    /// it is not recorded.
+    /// Stores when a recorded item was added and returns true. Returns false, and leaves `added` unchanged, if it is
+    /// not recorded.
     bool GetFileAdded(std::string trashPath, DateTime& added);
 
-    /// Forgets the item, if it is recorded.
+    /// Removes the record of the item, if there is one.
     void DeleteFile(std::string trashPath);
 
     std::map<std::string, std::pair<DateTime, std::string>> files; ///< by the item's full path in the trash

@@ -13,22 +13,18 @@
 using namespace Tolvex::HostPlatform;
 using VarnelNative::Utility::DateTime;
 
-TEST(HostPlatform, ExecutablePathOverrunsItsBuffer) {
+namespace {
+
+TEST(HostPlatformTest, ExecutablePathNeedsRoomForItsZeroByte) {
     std::string buffer(2000, '#');
     EXPECT_EQ(GetExecutablePath(buffer.data(), 2000), 0);
-    EXPECT_EQ(access(buffer.c_str(), X_OK), 0) << buffer;
-    EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(buffer.find('\0'))), -1);
-    EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(buffer.find('\0')) + 1), 0);
+    const std::string path = buffer.c_str();
+    EXPECT_EQ(access(path.c_str(), X_OK), 0) << path;
+    EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(path.size())), -1);
+    EXPECT_EQ(GetExecutablePath(buffer.data(), static_cast<std::uint32_t>(path.size()) + 1), 0);
 }
 
-TEST(HostPlatform, TemporaryFolderIsNoneOrAnotherEachTime) {
-    const std::string folder = GetTemporaryFolder();
-    EXPECT_TRUE(std::filesystem::is_directory(folder)) << folder;
-    EXPECT_EQ(access(folder.c_str(), W_OK), 0) << folder;
-    EXPECT_EQ(GetTemporaryFolder(), folder);
-}
-
-TEST(HostPlatform, ThreadsNeedToBePrepared) {
+TEST(HostPlatformTest, AThreadNeedsNoPreparation) {
     testing::internal::CaptureStderr(); // where Foundation complains of objects that no pool will release
     std::thread([] {
         GetTemporaryFolder();
@@ -37,13 +33,16 @@ TEST(HostPlatform, ThreadsNeedToBePrepared) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(HostPlatform, ClockIsNotTheCalendars) {
-    const auto calendar = [] {
-        const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
-        return 116'444'736'000'000'000 + sinceEpoch.count() / 100;
-    };
-    const long long before = calendar();
+long long Calendar() {
+    const std::chrono::nanoseconds sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return sinceEpoch.count() / 100 + 116'444'736'000'000'000;
+}
+
+TEST(HostPlatformTest, ClockCountsFrom1601) {
+    const long long before = Calendar();
     const long long now = DateTime::Now().ticks;
     EXPECT_LE(before, now);
-    EXPECT_LT(now, calendar() + 10) << "the standard library's clock may count microseconds";
+    EXPECT_LT(now, Calendar() + 10) << "the standard library's clock may count microseconds";
 }
+
+} // namespace
