@@ -54,16 +54,6 @@ std::vector<fs::path> ListWithStd(Path folder) {
     return names;
 }
 
-std::vector<boost::filesystem::path> ListWithBoost(Path folder) {
-    std::vector<boost::filesystem::path> names;
-    for (const auto& entry : boost::filesystem::directory_iterator(folder)) {
-        if (!is_directory(entry.status())) {
-            names.push_back(entry.path().filename());
-        }
-    }
-    return names;
-}
-
 QStringList ListWithQt(Path folder) {
     return QDir(folder.c_str()).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Unsorted);
 }
@@ -75,7 +65,6 @@ BENCHMARK_CAPTURE(ListFiles, FrameworkBase, [](Path folder) {
 })->Apply(Names);
 BENCHMARK_CAPTURE(ListFiles, floor, ReadFolder)->Apply(Names);
 BENCHMARK_CAPTURE(ListFiles, std::filesystem, ListWithStd)->Apply(Names);
-BENCHMARK_CAPTURE(ListFiles, Boost, ListWithBoost)->Apply(Names);
 BENCHMARK_CAPTURE(ListFiles, Qt, ListWithQt)->Apply(Names);
 
 // Copying one file to a place where there is none.
@@ -161,10 +150,6 @@ BENCHMARK_CAPTURE(CopySmallFiles, floor, CopyEachInBlocks)->Apply(Files);
 BENCHMARK_CAPTURE(CopySmallFiles, std::filesystem, [](Path from, Path to) {
     fs::copy(from, to, fs::copy_options::recursive);
 })->Apply(Files);
-BENCHMARK_CAPTURE(CopySmallFiles, Boost, [](Path from, Path to) {
-    boost::filesystem::copy(from, to, boost::filesystem::copy_options::recursive);
-})->Apply(Files);
-
 // Deleting a folder of empty files. The calls get all paths below it as well, with those of a folder's files before its
 // own.
 

@@ -61,32 +61,6 @@ void SaveWithFstream(const std::string& path, const Records& records) {
     }
 }
 
-template <class Number>
-Number GetNumber(std::istream& file) {
-    Number number = 0;
-    file.read(reinterpret_cast<char*>(&number), sizeof number);
-    return number;
-}
-
-std::string GetString(std::istream& file) {
-    std::string text(static_cast<std::size_t>(GetNumber<int>(file)), '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.pop_back();
-    return text;
-}
-
-Records LoadWithFstream(const std::string& path) {
-    Records records;
-    std::ifstream file(path, std::ios::binary);
-    GetNumber<int>(file);
-    for (int left = GetNumber<int>(file); left > 0; --left) {
-        std::string name = GetString(file);
-        const auto added = GetNumber<long long>(file);
-        records.emplace(std::move(name), Origin{added, GetString(file)});
-    }
-    return records;
-}
-
 /// Puts a database with so many records, and that of the item, into the trash.
 std::string PutDatabase(std::int64_t count) {
     const std::string original = InScratch(std::to_string(count) + ".db");
@@ -151,9 +125,6 @@ BENCHMARK_CAPTURE(LoadAndSave, FrameworkBase, PutDatabase, [](const std::string&
     Tolvex::FileNames::CanPutBack(inside);
 })->Apply(Counts);
 BENCHMARK_CAPTURE(LoadAndSave, floor, PutDatabase, ReadAndWriteBytes)->Apply(Counts);
-BENCHMARK_CAPTURE(LoadAndSave, std::fstream, PutDatabase, [](const std::string& path) {
-    SaveWithFstream(path, LoadWithFstream(path));
-})->Apply(Counts);
 BENCHMARK_CAPTURE(LoadAndSave, QDataStream, PutQtDatabase, [](const std::string& path) {
     SaveWithQt(path, LoadWithQt(path));
 })->Apply(Counts);
@@ -202,25 +173,6 @@ BENCHMARK_CAPTURE(MoveToTrash, GLib, [] {
     GFile* const file = g_file_new_for_path(outside.c_str());
     g_file_trash(file, nullptr, nullptr);
     g_object_unref(file);
-})->Apply(Items);
-
-// Moving a file back, with so many other items in the trash.
-
-template <class Call>
-void PutBack(benchmark::State& state, Call call) {
-    for (auto _ : state) {
-        state.PauseTiming();
-        PutDatabase(state.range());
-        WriteBytes(inside, "");
-        state.ResumeTiming();
-        call();
-    }
-}
-
-BENCHMARK_CAPTURE(PutBack, FrameworkBase, [] { Tolvex::FileNames::PutBack(inside); })->Apply(Items);
-BENCHMARK_CAPTURE(PutBack, floor, [] {
-    ReadAndWriteBytes(database);
-    std::rename(inside.c_str(), outside.c_str());
 })->Apply(Items);
 
 // Deleting so many files that have been in the trash for too long.
