@@ -129,20 +129,24 @@ char* EncodeSequence(char32_t codePoint, char* out) {
 }
 
 /// Writes the characters of the string to `wide` and returns the position behind them, or `wide` if the string is
-/// malformed.
+/// malformed. Blocks of ASCII are looked for where there were many ASCII characters: among others they are rare.
 wchar_t* Decode(const unsigned char* next, const unsigned char* end, wchar_t* const wide) {
     wchar_t* out = wide;
+    std::ptrdiff_t asciiInARow = blockSize<unsigned char>;
     while (next != end) {
-        ConvertAsciiBlocks(next, end, out);
-        while (next != end && IsAscii(*next)) {
+        if (asciiInARow == blockSize<unsigned char>) {
+            ConvertAsciiBlocks(next, end, out);
+            asciiInARow = 0;
+        } else if (IsAscii(*next)) {
             *out++ = static_cast<wchar_t>(*next++);
-        }
-        while (next != end && !IsAscii(*next)) {
+            ++asciiInARow;
+        } else {
             char32_t codePoint = 0;
             if (!DecodeSequence(next, codePoint)) {
                 return wide;
             }
             *out++ = static_cast<wchar_t>(codePoint);
+            asciiInARow = 0;
         }
     }
     return out;
