@@ -7,8 +7,8 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_STRIP_FILES ON)
 
-# Three packages: the stripped library, what is needed to build against it, and the debug symbols. The first tells
-# packages of programs that link the library what they depend on.
+# Three packages: the stripped library, what is needed to build against it, and the debug symbols. From the
+# first, packages of programs that link the library learn what they depend on.
 if(CMAKE_INSTALL_PREFIX STREQUAL "/usr" AND NOT APPLE)
   set(runtime_package libframeworkbase${PROJECT_VERSION_MAJOR})
   set(CPACK_GENERATOR DEB)

@@ -17,7 +17,7 @@ namespace {
 pid_t ProcessOf(HANDLE process) { return static_cast<pid_t>(reinterpret_cast<std::intptr_t>(process)); }
 
 /// Runs `program`, a full path, and ends it after the limit. Returns false if it could not be started or did not end by
-/// itself. The library does not tell how it ended: callers look at what the program was to make.
+/// itself. The library does not report how it ended: callers look at what the program was to make.
 bool Run(const std::string& program, std::vector<std::string> arguments, int limitInMilliseconds) {
     arguments.insert(arguments.begin(), program); // by custom the first argument
     std::cout.flush();                            // or a child that cannot start the program may write it again

@@ -1,4 +1,4 @@
-# Run by cpack on its finished packages, for what CMake 3.25 cannot be told: that they can be installed for several
+# Run by cpack on its finished packages, for what CMake 3.25 has no variable for: that they can be installed for several
 # processors at once, that the trigger takes the place of the scripts that call ldconfig, and that the debug symbols
 # share the library's documents. The checksums of the debug symbols are wrong as cpack leaves them.
 foreach(package IN LISTS CPACK_PACKAGE_FILES)

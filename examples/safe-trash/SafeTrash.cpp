@@ -391,7 +391,7 @@ SafeTrash::Report SafeTrash::PutBack(const std::string& trashPath) {
             throw Failure("it is not an item of this trash by itself");
         }
         if (origin.empty() || origin.front() != '/') {
-            throw Failure("the trash database does not tell where it came from");
+            throw Failure("the trash database does not say where it came from");
         }
         if (!Exists(trashPath)) {
             throw Failure("it has vanished from the trash");

@@ -27,7 +27,7 @@ Outcome Strike(const Fault& fault, const std::function<void()>& action);
 /// What the system answers other than it would.
 struct Answers {
     bool volumesApart = false; ///< whether renaming fails as it does across file systems
-    bool typesUnknown = false; ///< whether folders do not tell of what type their entries are
+    bool typesUnknown = false; ///< whether folders do not report the type of their entries
     long long slept = -1;      ///< microseconds, by usleep, which alone moves the clock then; negative: not so
 };
 extern Answers answers;
