@@ -294,19 +294,6 @@ struct Holder {
     std::string path;
 };
 
-/// Moves the item at `path` into the holder, or throws and leaves it. A file that could not be moved back, because the
-/// volume has no hard links, is left.
-void Hold(const std::string& path, const std::string& held, const Holder& holder) {
-    const std::string probe = holder.path + ".link";
-    if (!IsFolder(path) && linkat(AT_FDCWD, path.c_str(), AT_FDCWD, probe.c_str(), 0) != 0) {
-        Fail("no second link to it can be made");
-    }
-    unlink(probe.c_str());
-    if (rename(path.c_str(), held.c_str()) != 0) {
-        Fail("it cannot be moved");
-    }
-}
-
 /// Has the library forget the item that was at `trashPath` and is at its origin again. With nothing at `trashPath` the
 /// library would copy a file from its origin into the trash; an empty folder there it cannot move onto the file, and
 /// deletes it. A folder is not copied.
@@ -353,7 +340,9 @@ SafeTrash::Report SafeTrash::Put(const std::string& path) {
         trash.Protect();
         const Holder holder(trash.folder);
         const std::string held = holder.path + '/' + GetFilenameWithoutPath(path);
-        Hold(path, held, holder);
+        if (!Move(path, held)) {
+            Fail("it cannot be moved into the trash");
+        }
         std::string target;
         try {
             if (Exists(holder.path + "/.trash.db")) { // under this name, or under one that the volume takes for it
