@@ -63,7 +63,7 @@ FRAMEWORKBASE_EXPORT bool CopyFile(std::string source, std::string destination, 
 FRAMEWORKBASE_EXPORT void CopyFolder(std::string source, std::string destination);
 
 /// Moves `from` to `to` by the system's `rename`, which is atomic and replaces a file at `to`. No failure is reported.
-/// IF `from` IS A FILE AND CANNOT BE MOVED, IT IS DELETED, whatever the reason. A move fails if
+/// IF `from` IS A FILE AND CANNOT BE MOVED, IT IS DELETED, whatever the reason, unless that fails, too. A move fails if
 ///
 /// - `to` is on another volume, or on another mount of the same disk, for which `st_dev` is equal;
 /// - the folder of `to` is missing, is not a folder, or may not be written, or its volume is full or read-only;
