@@ -26,7 +26,8 @@ FRAMEWORKBASE_EXPORT std::vector<std::string> GetFolderSubfolders(std::string fo
 /// The first call passes a null `name`. It lists `folder`, stores a handle in `handle` and returns the number of names.
 /// Each further call copies the last name not delivered yet into `name`, and returns how many are left; `folder` is
 /// ignored. If none is left, the call returns -1 and frees the handle, which must not be used again. A caller that
-/// stops earlier, even after a count of 0, leaks the listing.
+/// stops earlier, even after a count of 0, leaks the listing. `folder` must not be a constant, although it is not
+/// modified.
 ///
 /// `size` is the room in `name` in bytes, at least 1. A name that does not fit together with its zero byte is cut to
 /// `size` bytes and gets no zero byte.

@@ -27,11 +27,12 @@ FRAMEWORKBASE_EXPORT std::string GetTrashFolderPath();
 
 /// Moves the file or folder `path` into the trash, which is created if it is missing, and records it, even if the move
 /// failed. Pass a full path without a trailing "/": it is recorded as it is, as the place to go back to. The item keeps
-/// its name if that is free, and otherwise gets the lowest free number from 1 up before its extension:
+/// its name if that is free, and otherwise gets the lowest free number from 1 up before its extension. A name that
+/// consists of an extension alone always becomes a number:
 ///
 ///     "/a/song.wav", then "/b/song.wav" => "song.wav", "song1.wav" in the trash
 ///     "/a/README", then "/b/README"     => "README", "README1"
-///     "/a/.hidden"                      => "1": a name that is all extension is left with the number
+///     "/a/.hidden"                      => "1"
 ///
 /// A name counts as taken if the item can be opened for reading: AN ITEM OF THE SAME NAME THAT MAY NOT BE READ IS
 /// REPLACED or, if one of the two is a folder, the new item is lost or mixed with it. While the process has no
@@ -49,12 +50,12 @@ FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadData
 /// remove_dir_content, WHICH FOLLOWS LINKS. `ignored` is ignored.
 FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignored, bool permanently);
 
-/// Returns whether the item at `trashPath`, its full path in the trash, is recorded with a place to go back to. Neither
-/// the item nor that place is looked for on the disk. The database is loaded and saved again.
+/// Returns true if the item at `trashPath`, its full path in the trash, is recorded with an origin. Neither the item nor
+/// the origin is looked for on the disk. The database is loaded and saved again.
 FRAMEWORKBASE_EXPORT bool CanPutBack(std::string trashPath);
 
-/// Moves the item at `trashPath`, its full path in the trash, back to where it came from with Rename, and removes its
-/// record even if the move failed. Returns what CanPutBack would have returned: true also if the item was lost.
+/// Moves the item at `trashPath`, its full path in the trash, back to its origin by Rename, and removes its record even
+/// if the move failed. Returns true if an origin was recorded, ALSO IF THE ITEM WAS LOST. Otherwise moves nothing.
 ///
 ///     a file where the file was                        => REPLACED
 ///     a folder where the folder was                    => merged, ITS FILES OF THE SAME NAMES REPLACED
