@@ -12,7 +12,7 @@ namespace FlapFiles {
 /// @addtogroup streams
 /// @{
 
-/// A binary stream. Integers have their bytes in memory: little-endian on every system for which the library is built,
+/// A binary stream. Integers are stored as they are in memory: little-endian on every system for which the library is built,
 /// `int` in 4 bytes, `long long` in 8, without padding. A stream is used by one thread at a time.
 ///
 /// DESTRUCTORS CLOSE NOTHING: the code that opened a stream closes it.
