@@ -12,8 +12,8 @@ namespace FlapFiles {
 /// @addtogroup streams
 /// @{
 
-/// A binary stream. Integers are stored as they are in memory: little-endian on every system for which the library is built,
-/// `int` in 4 bytes, `long long` in 8, without padding. A stream is used by one thread at a time.
+/// A binary stream. Integers are stored as they are in memory: little-endian on every system for which the library is
+/// built, `int` in 4 bytes, `long long` in 8, without padding. A stream is used by one thread at a time.
 ///
 /// DESTRUCTORS CLOSE NOTHING: the code that opened a stream closes it.
 class FRAMEWORKBASE_EXPORT CFileBase {
