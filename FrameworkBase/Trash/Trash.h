@@ -50,8 +50,8 @@ FRAMEWORKBASE_EXPORT void DeleteFileToRecycleBin(std::string path, bool loadData
 /// remove_dir_content, WHICH FOLLOWS LINKS. `ignored` is ignored.
 FRAMEWORKBASE_EXPORT void DeleteFolderWithContents(const char* path, bool ignored, bool permanently);
 
-/// Returns true if the item at `trashPath`, its full path in the trash, is recorded with an origin. Neither the item nor
-/// the origin is looked for on the disk. The database is loaded and saved again.
+/// Returns true if the item at `trashPath`, its full path in the trash, is recorded with an origin. Neither the item
+/// nor the origin is looked for on the disk. The database is loaded and saved again.
 FRAMEWORKBASE_EXPORT bool CanPutBack(std::string trashPath);
 
 /// Moves the item at `trashPath`, its full path in the trash, back to its origin by Rename, and removes its record even
