@@ -117,6 +117,7 @@ TEST_F(FileStreamTest, FailedOpeningThrows) {
     const auto open = [this] { file.DoCreate(Path("no").c_str(), GENERIC_READ, 0, OPEN_EXISTING); };
     EXPECT_THAT(open, ThrowsTolvexException("Error opening file"));
     EXPECT_EQ(file.handle, INVALID_HANDLE_VALUE);
+    EXPECT_FALSE(file.Close());
 }
 
 TEST_F(FileStreamTest, IntegersAreLittleEndian) {

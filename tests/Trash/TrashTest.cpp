@@ -143,6 +143,11 @@ TEST_F(CleanupTest, DeletesTheWholeFolderWithADueFile) {
     EXPECT_EQ(Items(), (Tree{{"other/", ""}, {"other/fresh", ""}}));
 }
 
+TEST(HasFilesTest, CountsAFolderBelowLevelFiftyAsFull) {
+    EXPECT_FALSE(HasFiles("/none", 50));
+    EXPECT_TRUE(HasFiles("/none", 51));
+}
+
 using SmallStackTest = TrashTest;
 
 /// Each step of a host's thread on the trash, with folders at every depth that is emptied.
